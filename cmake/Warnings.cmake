@@ -1,0 +1,28 @@
+# brimwave_options: what every target of ours is compiled with. Warnings are errors.
+add_library(brimwave_options INTERFACE)
+target_compile_features(brimwave_options INTERFACE cxx_std_20)
+target_include_directories(brimwave_options INTERFACE ${PROJECT_SOURCE_DIR})
+
+if(MSVC)
+    target_compile_options(brimwave_options INTERFACE
+        /W4 /WX /permissive- /utf-8 /Zc:__cplusplus /Zc:preprocessor /external:W0)
+else()
+    target_compile_options(brimwave_options INTERFACE
+        -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+        -Wconversion -Wno-sign-conversion -Wsuggest-override)
+endif()
+
+if(WIN32)
+    target_compile_definitions(brimwave_options INTERFACE
+        UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0A00 WINVER=0x0A00)
+endif()
+if(MINGW)
+    # One self-contained file for each program: nothing to copy beside it.
+    target_link_options(brimwave_options INTERFACE -static)
+endif()
+
+if(BRIMWAVE_SANITIZE)
+    set(sanitize -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_compile_options(${sanitize} -O1)
+    add_link_options(${sanitize})
+endif()

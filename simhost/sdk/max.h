@@ -1,0 +1,20 @@
+#pragma once
+// The host's SDK, as plug-ins include it. The names and signatures are those of the host; what
+// stands behind them here is an in-memory scene.
+#include "color.h"
+#include "imtl.h"
+#include "inode.h"
+#include "interval.h"
+#include "matrix3.h"
+#include "maxapi.h"
+#include "maxtypes.h"
+#include "mesh.h"
+#include "modstack.h"
+#include "object.h"
+#include "plugapi.h"
+#include "point3.h"
+#include "quat.h"
+#include "ref.h"
+#include "strclass.h"
+#include "tab.h"
+#include "units.h"

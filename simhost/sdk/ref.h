@@ -1,0 +1,51 @@
+#pragma once
+#include "interval.h"
+#include "strclass.h"
+
+class IParamBlock2;
+class ReferenceTarget;
+
+/// Root of the host's object model: everything with parameters, a class and a handle.
+class Animatable {
+  public:
+    virtual ~Animatable();
+    Animatable();
+    Animatable(const Animatable&) = delete;
+    Animatable& operator=(const Animatable&) = delete;
+
+    virtual SClass_ID SuperClassID() = 0;
+    virtual Class_ID ClassID() = 0;
+    /// `localized` false: the name that is the same in every language of the host.
+    virtual void GetClassName(MSTR& s, bool localized = true) const = 0;
+    [[nodiscard]] MSTR ClassName(bool localized = true) const {
+        MSTR s;
+        GetClassName(s, localized);
+        return s;
+    }
+
+    virtual int NumParamBlocks() { return 0; }
+    virtual IParamBlock2* GetParamBlock(int /*i*/) { return nullptr; }
+    virtual IParamBlock2* GetParamBlockByID(BlockID /*id*/) { return nullptr; }
+
+    virtual int NumSubs() { return 0; }
+    virtual Animatable* SubAnim(int /*i*/) { return nullptr; }
+    virtual MSTR SubAnimName(int /*i*/, bool /*localized*/) { return MSTR(); }
+
+    virtual void DeleteThis() {}
+    /// Frees an object that nothing refers to, such as the result of a conversion.
+    virtual void MaybeAutoDelete() {}
+
+    /// A handle stays valid for the session; 0 for null.
+    static AnimHandle GetHandleByAnim(Animatable* anim);
+    /// Null for an unknown handle or a deleted object.
+    static Animatable* GetAnimByHandle(AnimHandle handle);
+};
+
+class ReferenceMaker : public Animatable {
+  public:
+    virtual int NumRefs() { return 0; }
+    virtual ReferenceTarget* GetReference(int /*i*/) { return nullptr; }
+};
+
+class ReferenceTarget : public ReferenceMaker {};
+using RefTargetHandle = ReferenceTarget*;
