@@ -1,0 +1,36 @@
+#pragma once
+#include "devservice/http_front.h"
+#include "devservice/options.h"
+#include "devservice/service.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <memory>
+#include <vector>
+
+namespace devservice {
+
+// All open ports of one service.
+class Ports {
+  public:
+    // Opens HTTP and HTTPS as the options say, and with `tlsFaults` the faulty ones. Makes or
+    // reads the certificates. Throws StartError.
+    Ports(Service& service, const Options& options);
+
+    // {"http": port, "https": port, "ca": path, "pid": ...}, and with faulty ports
+    // "tls_faults": {"wrong_name", "unknown_authority", "expired", "plain"}.
+    [[nodiscard]] nlohmann::ordered_json Describe() const;
+
+  private:
+    int Open(OpenSslPtr<SSL_CTX> tls, std::uint16_t port, std::size_t threads);
+    void OpenFaulty(const Identity& authority);
+
+    Service& service_;
+    std::vector<std::unique_ptr<HttpFront>> fronts_;
+    std::vector<std::pair<std::string, int>> faulty_;
+    int http_ = 0;
+    int https_ = 0;
+    std::filesystem::path authority_;
+};
+
+} // namespace devservice
