@@ -1,0 +1,37 @@
+#include "pipeline/fbx_export.h"
+
+#include "host/asset_paths.h"
+#include "pipeline/attempt.h"
+
+#include <max.h>
+
+namespace brimwave {
+namespace {
+
+constexpr wchar_t kRefused[] =
+    L"FBX export failed (FBX exporter not available or export was rejected — is the FBX plugin "
+    L"installed in 3ds Max?)";
+
+constexpr wchar_t kNotCreated[] = L"FBX was not created:\n";
+constexpr wchar_t kWhyNotCreated[] = L"\n\nPossible reasons:\n"
+                                     L"• Exchange Folder is not accessible from Windows\n"
+                                     L"• No write permissions\n"
+                                     L"• FBX export settings prohibit export";
+
+} // namespace
+
+bool ExportFbx(const std::wstring& path, std::wstring& failure) {
+    failure.clear();
+    BOOL accepted = FALSE;
+    Attempt([&] {
+        if (Interface* core = GetCOREInterface())
+            accepted = core->ExportToFile(path.c_str(), TRUE, 0, nullptr);
+    });
+    if (!accepted)
+        failure = kRefused;
+    else if (!PathExists(path))
+        failure = kNotCreated + path + kWhyNotCreated;
+    return failure.empty();
+}
+
+} // namespace brimwave

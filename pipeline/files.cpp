@@ -1,0 +1,25 @@
+#include "pipeline/files.h"
+
+#include "host/long_path.h"
+
+#include <max.h>
+
+namespace brimwave {
+
+void MakeFolder(const std::wstring& path) {
+    CreateDirectoryW(LongPath(path).c_str(), nullptr);
+}
+
+void CopyOver(const std::wstring& from, const std::wstring& to) {
+    CopyFileW(LongPath(from).c_str(), LongPath(to).c_str(), FALSE);
+}
+
+void RemoveFile(const std::wstring& path) {
+    DeleteFileW(LongPath(path).c_str());
+}
+
+std::wstring_view FolderOf(std::wstring_view path) {
+    return path.substr(0, path.find_last_of(L"\\/") + 1); // npos + 1 is 0
+}
+
+} // namespace brimwave

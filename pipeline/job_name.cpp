@@ -1,0 +1,52 @@
+#include "pipeline/job_name.h"
+
+#include "host/sdk_compat.h"
+#include "pipeline/attempt.h"
+
+#include <max.h>
+
+namespace brimwave {
+namespace {
+
+constexpr std::wstring_view kUntitled = L"untitled";
+constexpr std::wstring_view kNotInFileNames = L"\"*/:<>?\\|";
+constexpr std::wstring_view kSuffixDigits = L"abcdefghijklmnopqrstuvwxyz0123456789";
+constexpr int kSuffixLength = 8;
+
+} // namespace
+
+std::wstring JobNameOf(std::wstring_view scenePath) {
+    if (const auto slash = scenePath.find_last_of(L"\\/"); slash != std::wstring_view::npos)
+        scenePath.remove_prefix(slash + 1);
+    // No dot gives npos, which keeps the whole text.
+    std::wstring name(scenePath.substr(0, scenePath.rfind(L'.')));
+    for (wchar_t& c : name)
+        if (c < 32 || kNotInFileNames.find(c) != std::wstring_view::npos)
+            c = L'_';
+    name.resize(name.find_last_not_of(L". ") + 1);
+    return name.empty() ? std::wstring(kUntitled) : name;
+}
+
+std::wstring SceneJobName() {
+    std::wstring path;
+    Attempt([&] {
+        if (Interface* core = GetCOREInterface())
+            path = HostText(core->GetCurFilePath());
+    });
+    return JobNameOf(path);
+}
+
+std::wstring JobSuffix(std::uint64_t milliseconds) {
+    std::wstring suffix;
+    for (int i = 0; i < kSuffixLength; ++i) {
+        suffix += kSuffixDigits[milliseconds % kSuffixDigits.size()];
+        milliseconds /= kSuffixDigits.size();
+    }
+    return suffix;
+}
+
+std::wstring NewJobFolderName() {
+    return SceneJobName() + L"_" + JobSuffix(GetTickCount64());
+}
+
+} // namespace brimwave

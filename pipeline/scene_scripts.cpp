@@ -1,0 +1,38 @@
+#include "pipeline/scene_scripts.h"
+
+#include "host/script.h"
+#include "pipeline/attempt.h"
+#include "pipeline/script_reply.h"
+#include "pipeline/script_text.h"
+
+#include "scripts_embedded.h"
+
+#include <max.h>
+#include <maxscript/maxscript.h>
+
+namespace brimwave {
+
+std::int32_t RunSplineCopies() {
+    std::int32_t count = 0;
+    Attempt([&] {
+        if (const auto reply = RunScriptString(ScriptText(scripts_embedded::spline_copies_ms)))
+            if (const auto number = AfterWord(*reply, L"BAKED:"))
+                count = LeadingInteger(*number).value_or(0);
+    });
+    return count;
+}
+
+void RestoreSplineCopies() {
+    Attempt([] {
+        static_cast<void>(RunScriptString(ScriptText(scripts_embedded::spline_restore_ms)));
+    });
+}
+
+void BakeGeometry() {
+    Attempt([] {
+        const std::wstring script = ScriptText(scripts_embedded::geometry_bake_ms);
+        ExecuteMAXScriptScript(script.c_str(), MAXScript::ScriptSource::NonEmbedded, FALSE);
+    });
+}
+
+} // namespace brimwave

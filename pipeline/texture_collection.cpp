@@ -1,0 +1,130 @@
+#include "pipeline/texture_collection.h"
+
+#include "host/asset_paths.h"
+#include "host/params.h"
+#include "host/sdk_compat.h"
+#include "host/text.h"
+#include "pipeline/attempt.h"
+#include "pipeline/files.h"
+#include "pipeline/scene_walk.h"
+#include "pipeline/trim.h"
+
+#include <IFileResolutionManager.h>
+#include <max.h>
+#include <stdmat.h>
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace brimwave {
+namespace {
+
+bool IsHostBitmap(Texmap& map) {
+    return map.ClassID() == Class_ID(BMTEX_CLASS_ID, 0);
+}
+
+bool IsLetterOrDigit(wchar_t c) {
+    return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || (c >= L'0' && c <= L'9');
+}
+
+/// The path as the map holds it; empty when it has none.
+std::wstring StoredPath(Texmap& map, ParamReader& params) {
+    if (IsHostBitmap(map))
+        return HostText(static_cast<BitmapTex&>(map).GetMapName());
+    for (const wchar_t* name : {L"filename", L"fileName", L"HDRIMapName"})
+        if (const ParamValue value = params.FindParamValue(&map, name);
+            value.kind == ParamKind::String)
+            return value.stringValue;
+    return {};
+}
+
+/// The folder of the open scene, with a "\" or "/" at its end; empty when it was never saved.
+std::wstring SceneFolder() {
+    std::wstring folder;
+    Attempt([&] {
+        if (Interface* core = GetCOREInterface())
+            folder = FolderOf(HostText(core->GetCurFilePath()));
+    });
+    return folder;
+}
+
+/// Where the host finds the file, when it finds it.
+std::wstring ResolvedByHost(const std::wstring& path) {
+    std::wstring resolved;
+    Attempt([&] {
+        if (IFileResolutionManager* manager = IFileResolutionManager::GetInstance())
+            resolved = HostText(
+                manager->GetFullFilePath(path.c_str(), MaxSDK::AssetManagement::kBitmapAsset));
+    });
+    return resolved;
+}
+
+class Collection {
+  public:
+    explicit Collection(const std::wstring& jobFolder)
+        : folder_(jobFolder + L"\\textures\\"), sceneFolder_(SceneFolder()) {
+        MakeFolder(jobFolder + L"\\textures");
+    }
+
+    void Add(Texmap& map) {
+        std::wstring stored;
+        Attempt([&] {
+            if (IsBitmapTexmap(map))
+                stored = StoredPath(map, params_);
+        });
+        const std::wstring trimmed(Trimmed(stored));
+        if (!trimmed.empty())
+            Copy(FoundPath(trimmed));
+    }
+
+    TextureCollectResult result;
+
+  private:
+    /// The first of the places where the file may be that has it; else `path` itself.
+    [[nodiscard]] std::wstring FoundPath(const std::wstring& path) const {
+        if (PathExists(path))
+            return path;
+        if (!sceneFolder_.empty())
+            for (const std::wstring_view name : {std::wstring_view(path), FileNameOf(path)})
+                if (std::wstring beside = sceneFolder_ + std::wstring(name); PathExists(beside))
+                    return beside;
+        std::wstring resolved = ResolvedByHost(path);
+        return !resolved.empty() && PathExists(resolved) ? resolved : path;
+    }
+
+    void Copy(const std::wstring& path) {
+        if (!handled_.insert(path).second)
+            return;
+        const std::wstring name(FileNameOf(path));
+        if (!PathExists(path)) {
+            result.missing.push_back(L"Missing: " + name);
+            return;
+        }
+        CopyOver(path, folder_ + name);
+        ++result.copied;
+    }
+
+    ParamReader params_;
+    std::wstring folder_;
+    std::wstring sceneFolder_;
+    std::unordered_set<std::wstring> handled_;
+};
+
+} // namespace
+
+bool IsBitmapTexmap(Texmap& map) {
+    if (IsHostBitmap(map))
+        return true;
+    std::wstring name = ClassNameOf(map);
+    name.erase(name.begin(), std::find_if(name.begin(), name.end(), IsLetterOrDigit));
+    name = ToLowerW(name);
+    return name == L"coronabitmap" || name == L"vraybitmap" || name == L"vrayhdri";
+}
+
+TextureCollectResult CollectTextures(const std::wstring& jobFolder) {
+    Collection collection(jobFolder);
+    ForEachSceneMap([&](Texmap& map) { collection.Add(map); });
+    return std::move(collection.result);
+}
+
+} // namespace brimwave
