@@ -33,7 +33,9 @@ void AccountBook::Load(const std::filesystem::path& file, FaultBoard& faults) {
         throw StartError("cannot read the accounts file " + file.string());
     try {
         const auto document = nlohmann::json::parse(in);
-        for (const auto& entry : RequireArray(document, "accounts")) {
+        if (!document.is_array())
+            throw JsonFieldError("an array of accounts was expected");
+        for (const auto& entry : document) {
             Account account = AccountFromJson(entry);
             if (Find(account.token))
                 throw JsonFieldError("two accounts share one token");

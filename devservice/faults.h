@@ -10,8 +10,9 @@
 namespace devservice {
 
 // What goes wrong with an exchange. The members combine; an unset one leaves the ordinary
-// behaviour. With `status`, `body` or `redirect` the ordinary answer is replaced and nothing is
-// stored or charged; the others let the service do its work and spoil only the transport.
+// behaviour. With `status`, `body`, `redirect` or `raw` the ordinary answer is replaced and
+// nothing is stored or charged; the others let the service do its work and spoil only the
+// transport.
 struct Fault {
     enum class On { Any, Balance, Jobs };
     enum class Close { No, BeforeHeader, InHeader, InBody };
@@ -24,6 +25,7 @@ struct Fault {
     std::string redirect;            // Location of a redirect (status 302 unless `status` is set)
     std::size_t bodySize = 0;        // the answer's body is padded with blanks to this size
 
+    std::string raw;                    // sent in place of the whole answer, head included
     Close close = Close::No;            // where the connection breaks off
     bool reset = false;                 // break off with a reset, not an orderly end
     std::chrono::milliseconds delay{0}; // before the answer
@@ -31,7 +33,9 @@ struct Fault {
     std::chrono::milliseconds pause{0}; // ... with this pause between them
     std::size_t readBytesPerSecond = 0; // how fast the request is taken in; 0: at once
 
-    [[nodiscard]] bool ReplacesAnswer() const { return status || body || !redirect.empty(); }
+    [[nodiscard]] bool ReplacesAnswer() const {
+        return status || body || !redirect.empty() || !raw.empty();
+    }
 };
 
 // The faults ordered for each token. Safe to use from several threads.

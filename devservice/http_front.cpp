@@ -15,6 +15,13 @@ constexpr int kMaxRequestsPerConnection = 100;
 constexpr int kIdleMilliseconds = 5000;
 constexpr int kSocketTimeoutSeconds = 60;
 
+// A slow line has a small window: without this the system would take in megabytes at once and
+// the client would be done sending long before the service has read the request.
+void ShrinkReceiveBuffer(socket_t socket) {
+    const int bytes = 16 * 1024;
+    ::setsockopt(socket, SOL_SOCKET, SO_RCVBUF, &bytes, sizeof bytes);
+}
+
 thread_local const Exchange* currentExchange = nullptr;
 
 // Only this: the library's own choice would let two services share a port unnoticed.
@@ -216,13 +223,17 @@ bool HttpFront::ServeRequest(socket_t socket, Transport& transport, bool last) {
     Exchange exchange{.head = ParseRequestHead(raw, transport.Secure()), .fault = {}};
     exchange.fault = chooseFault_(exchange.head);
 
+    if (exchange.fault && exchange.fault->readBytesPerSecond != 0)
+        ShrinkReceiveBuffer(socket);
     ExchangeStream stream(*this, socket, transport, std::move(raw), exchange.fault);
     bool closed = false;
     currentExchange = &exchange;
     const bool served = process_request(stream, last, closed, nullptr);
     currentExchange = nullptr;
     if (served && exchange.fault &&
-        !PlayAnswer(socket, transport, stream.Answer(), *exchange.fault))
+        !PlayAnswer(socket, transport,
+                    exchange.fault->raw.empty() ? stream.Answer() : exchange.fault->raw,
+                    *exchange.fault))
         return false;
     if (!served || closed || last) {
         transport.End();

@@ -83,13 +83,6 @@ constexpr std::int64_t kInt32Max = std::numeric_limits<std::int32_t>::max();
 
 } // namespace
 
-json RequireArray(const json& object, const char* key) {
-    RequireObject(object, "the document");
-    if (!object.contains(key))
-        throw JsonFieldError(std::string("the array \"") + key + "\" is missing");
-    return OptionalArray(object, key);
-}
-
 json OptionalArray(const json& object, const char* key) {
     const auto found = object.find(key);
     if (found == object.end())
@@ -116,12 +109,14 @@ Account AccountFromJson(const json& object) {
 
 Fault FaultFromJson(const json& object) {
     RequireObject(object, "a fault");
-    RefuseUnknown(object,
-                  {"on", "times", "status", "body", "body_hex", "body_size", "redirect", "close",
-                   "reset", "delay_ms", "piece_bytes", "pause_ms", "read_bytes_per_second"});
+    RefuseUnknown(object, {"on", "times", "status", "body", "body_hex", "body_size", "redirect",
+                           "raw", "close", "reset", "delay_ms", "piece_bytes", "pause_ms",
+                           "read_bytes_per_second"});
     Fault fault;
     fault.on = OnFromText(Text(object, "on", "any"));
     fault.redirect = Text(object, "redirect");
+    fault.raw = Text(object, "raw");
+    fault.raw = Text(object, "raw");
     fault.close = CloseFromText(Text(object, "close"));
     if (const auto status = Number(object, "status", 100, 999))
         fault.status = static_cast<int>(*status);

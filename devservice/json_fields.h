@@ -15,8 +15,7 @@ class JsonFieldError : public std::runtime_error {
     explicit JsonFieldError(const std::string& text) : std::runtime_error(text) {}
 };
 
-// The array member `key`; the optional one counts as empty when it is missing.
-[[nodiscard]] nlohmann::json RequireArray(const nlohmann::json& object, const char* key);
+// The array member `key`; empty when it is missing.
 [[nodiscard]] nlohmann::json OptionalArray(const nlohmann::json& object, const char* key);
 
 // {"token": "...", "balance": 42, "daily_limit": 10, "name": "...", "faults": [...]}

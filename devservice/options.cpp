@@ -31,9 +31,9 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
                 throw StartError(name + " needs a value");
             return *it;
         };
-        if (name == "--http")
+        if (name == "--http-port")
             options.httpPort = ParsePort(name, value());
-        else if (name == "--https")
+        else if (name == "--https-port")
             options.httpsPort = ParsePort(name, value());
         else if (name == "--accounts")
             options.accounts = value();

@@ -18,14 +18,14 @@ struct Options {
 };
 
 inline constexpr const char* kUsage =
-    "devservice --accounts FILE --state DIR --jobs DIR [--http PORT] [--https PORT]\n"
-    "           [--ready-file FILE] [--tls-faults]\n"
+    "devservice --accounts FILE --state DIR --jobs DIR [--http-port PORT]\n"
+    "           [--https-port PORT] [--ready-file FILE] [--tls-faults]\n"
     "\n"
     "Serves the conversion protocol on 127.0.0.1 over HTTP and HTTPS until SIGTERM or SIGINT.\n"
     "  --accounts FILE    accounts to know: see docs/service-api.md\n"
     "  --state DIR        keeps the certificate authority (ca.pem), made at the first start\n"
     "  --jobs DIR         one folder per accepted job: 0001/package.json and request.json\n"
-    "  --http, --https    ports; 0 or left out: any free one\n"
+    "  --http-port PORT   0 or left out: any free one; --https-port alike\n"
     "  --ready-file FILE  written once the ports are open: {\"http\":..,\"https\":..,\"ca\":..}\n"
     "  --tls-faults       opens four more ports with faulty TLS, named in the ready file\n";
 

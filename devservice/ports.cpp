@@ -19,7 +19,8 @@ const ServerCertificate kGood{.dnsNames = {"localhost"}, .ipAddresses = {"127.0.
 } // namespace
 
 Ports::Ports(Service& service, const Options& options)
-    : service_(service), authority_(std::filesystem::absolute(options.state / "ca.pem")) {
+    : service_(service), authority_(std::filesystem::absolute(options.state / "ca.pem")),
+      jobs_(std::filesystem::absolute(options.jobs)) {
     const Identity authority = LoadOrMakeAuthority(options.state);
     // The server's own certificate is made anew at each start, so that it never runs out.
     const Identity server = MakeServer(authority, kGood);
@@ -54,8 +55,11 @@ void Ports::OpenFaulty(const Identity& authority) {
 }
 
 nlohmann::ordered_json Ports::Describe() const {
-    nlohmann::ordered_json ready{
-        {"http", http_}, {"https", https_}, {"ca", authority_.string()}, {"pid", ::getpid()}};
+    nlohmann::ordered_json ready{{"http", http_},
+                                 {"https", https_},
+                                 {"ca", authority_.string()},
+                                 {"jobs", jobs_.string()},
+                                 {"pid", ::getpid()}};
     for (const auto& [name, port] : faulty_)
         ready["tls_faults"][name] = port;
     return ready;

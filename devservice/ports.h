@@ -17,8 +17,8 @@ class Ports {
     // reads the certificates. Throws StartError.
     Ports(Service& service, const Options& options);
 
-    // {"http": port, "https": port, "ca": path, "pid": ...}, and with faulty ports
-    // "tls_faults": {"wrong_name", "unknown_authority", "expired", "plain"}.
+    // {"http": port, "https": port, "ca": path, "jobs": folder, "pid": ...}, and with faulty
+    // ports "tls_faults": {"wrong_name", "unknown_authority", "expired", "plain"}.
     [[nodiscard]] nlohmann::ordered_json Describe() const;
 
   private:
@@ -31,6 +31,7 @@ class Ports {
     int http_ = 0;
     int https_ = 0;
     std::filesystem::path authority_;
+    std::filesystem::path jobs_;
 };
 
 } // namespace devservice
