@@ -1,0 +1,29 @@
+#pragma once
+// Wide text: sequences of UTF-16 units, turned to UTF-8 at the edges.
+#include <string>
+#include <string_view>
+
+namespace brimwave {
+
+/// The same text in UTF-8. A surrogate without its partner becomes U+FFFD.
+[[nodiscard]] std::string WideToUtf8(std::wstring_view text);
+
+/// Converts one piece into `out` and returns the number of bytes written. `out` must have room
+/// for MaxUtf8Size(text.size()); the piece holds at most `maxUtf8Piece` units and must not end
+/// between the two halves of a pair (see Utf8PieceLength).
+[[nodiscard]] size_t ConvertUtf8Piece(std::wstring_view text, char* out);
+inline constexpr size_t maxUtf8Piece = 16 * 1024;
+[[nodiscard]] constexpr size_t MaxUtf8Size(size_t units) {
+    return units * 3;
+}
+/// Length of the next piece of `text`: at most `maxUtf8Piece`, and no pair is cut in two.
+[[nodiscard]] size_t Utf8PieceLength(std::wstring_view text);
+
+/// A copy with every unit passed through the C library's wide lower-casing.
+[[nodiscard]] std::wstring ToLowerW(std::wstring_view text);
+
+/// Decimal number at the head of the text, leading blanks skipped and whatever follows ignored;
+/// always with a point as decimal mark. False when there is none.
+bool ParseFloat(std::wstring_view text, float& value);
+
+} // namespace brimwave

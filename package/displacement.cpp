@@ -1,0 +1,88 @@
+#include "package/displacement.h"
+
+#include "host/sdk_compat.h"
+#include "host/text.h"
+
+namespace brimwave {
+namespace {
+
+enum class DisplacementKind { None, Corona, VRay };
+
+constexpr ParamRow vrayRows[] = {
+    {L"amount", L"vray_disp_amount"},
+    {L"shift", L"vray_disp_shift"},
+    {L"relativeToBBox", L"vray_disp_relative_bbox"},
+    {L"waterLevelOn", L"vray_disp_water_level_on"},
+    {L"waterLevelValue", L"vray_disp_water_level"},
+    {L"texmap_min", L"vray_disp_texmap_min"},
+    {L"texmap_max", L"vray_disp_texmap_max"},
+};
+
+constexpr ParamRow coronaRows[] = {
+    {L"maxDisplace", L"displacement_max"},       {L"amount", L"displacement_max"},
+    {L"displacementMax", L"displacement_max"},   {L"minDisplace", L"displacement_min"},
+    {L"displacementMin", L"displacement_min"},   {L"waterLevel", L"displacement_water_level"},
+    {L"screenSize", L"displacement_screen_px"},  {L"pixelSize", L"displacement_screen_px"},
+    {L"displacementType", L"displacement_type"}, {L"enabled", L"displacement_enabled"},
+};
+
+/// Current releases add "Mod" to the names that older ones use.
+DisplacementKind KindOf(const std::wstring& className) {
+    std::wstring name = ToLowerW(className);
+    if (name.ends_with(L"mod"))
+        name.resize(name.size() - 3);
+    if (name == L"coronadisplacement" || name == L"corona_displacement")
+        return DisplacementKind::Corona;
+    if (name == L"vraydisplacement" || name == L"vray_displacement")
+        return DisplacementKind::VRay;
+    return DisplacementKind::None;
+}
+
+void AppendVRay(PackageContext& package, JsonMembers& members, Modifier& modifier) {
+    members.AddBool(L"vray_disp", true);
+    package.params.AppendTable(members, &modifier, vrayRows);
+    members.AddBool(L"vray_disp_has_texmap",
+                    package.params.FindParamRef(&modifier, L"texmap") != nullptr);
+}
+
+void AppendCorona(PackageContext& package, JsonMembers& members, Modifier& modifier) {
+    package.params.AppendTable(members, &modifier, coronaRows);
+    if (members.empty())
+        members.AddBool(L"displacement_found", true);
+}
+
+std::wstring ModifierJson(PackageContext& package, Modifier& modifier, DisplacementKind kind) {
+    JsonMembers members;
+    if (kind == DisplacementKind::VRay)
+        AppendVRay(package, members, modifier);
+    else
+        AppendCorona(package, members, modifier);
+    std::wstring text = L"{";
+    for (size_t i = 0; i < members.size(); ++i) {
+        if (i > 0)
+            text += L',';
+        text += members[i];
+    }
+    text += L'}';
+    return text;
+}
+
+} // namespace
+
+std::wstring ProbeDisplacementJson(PackageContext& package, INode& node) {
+    Object* object = node.GetObjectRef();
+    while (object && object->SuperClassID() == GEN_DERIVOB_CLASS_ID) {
+        auto* const derived = static_cast<IDerivedObject*>(object);
+        const int count = derived->NumModifiers();
+        for (int i = 0; i < count; ++i) {
+            Modifier* const modifier = derived->GetModifier(i);
+            const auto kind = modifier ? KindOf(ClassNameOf(*modifier)) : DisplacementKind::None;
+            if (kind != DisplacementKind::None)
+                return ModifierJson(package, *modifier, kind);
+        }
+        object = derived->GetObjRef();
+    }
+    return L"null";
+}
+
+} // namespace brimwave

@@ -1,0 +1,144 @@
+#include "package/object_list.h"
+
+#include "host/sdk_compat.h"
+
+#include <unordered_map>
+#include <unordered_set>
+
+namespace brimwave {
+namespace {
+
+/// Names taken so far. Remembers for each repeated name which number to try next: all lower
+/// ones stay taken.
+class UsedNames {
+  public:
+    /// False when the name was taken before.
+    bool Take(const std::wstring& name) { return used_.insert(name).second; }
+
+    std::wstring TakeNumbered(const std::wstring& name) {
+        int& number = next_.try_emplace(name, 1).first->second;
+        for (;;) {
+            std::wstring candidate = name + Suffix(number++);
+            if (used_.insert(candidate).second)
+                return candidate;
+        }
+    }
+
+  private:
+    /// "_%03d"
+    static std::wstring Suffix(int number) {
+        const std::wstring digits = std::to_wstring(number);
+        const size_t zeros = digits.size() < 3 ? 3 - digits.size() : 0;
+        return L"_" + std::wstring(zeros, L'0') + digits;
+    }
+
+    std::unordered_set<std::wstring> used_;
+    std::unordered_map<std::wstring, int> next_;
+};
+
+SceneNode Classify(INode& node, TimeValue time, PackageLog& log) {
+    try {
+        Object* const object = node.EvalWorldState(time, TRUE).obj;
+        return {&node, object ? object->SuperClassID() : 0};
+    } catch (...) {
+        log.Add(L"WARNING: Object of '" + NodeNameOrEmpty(node) + L"' could not be evaluated");
+        return {&node, 0};
+    }
+}
+
+int ChildCount(INode& node) {
+    try {
+        return node.NumberOfChildren();
+    } catch (...) {
+        return 0;
+    }
+}
+
+INode* ChildOf(INode& node, int i) {
+    try {
+        return node.GetChildNode(i);
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+bool HasMaterial(INode& node, PackageLog& log) {
+    try {
+        return node.GetMtl() != nullptr;
+    } catch (...) {
+        log.Add(L"WARNING: Material of '" + NodeNameOrEmpty(node) + L"' could not be read");
+        return false;
+    }
+}
+
+} // namespace
+
+std::wstring NodeName(INode& node) {
+    return HostText(node.GetName());
+}
+
+std::wstring NodeNameOrEmpty(INode& node) noexcept {
+    try {
+        return NodeName(node);
+    } catch (...) {
+        return {};
+    }
+}
+
+std::vector<SceneNode> CollectSceneNodes(Interface& host, TimeValue time, PackageLog& log) {
+    struct Level {
+        INode* node;
+        int nextChild;
+        int childCount;
+    };
+    std::vector<SceneNode> nodes;
+    std::vector<Level> path; // from the root down to the node at hand; trees may be deep
+    if (INode* const root = host.GetRootNode())
+        path.push_back({root, 0, ChildCount(*root)});
+    while (!path.empty()) {
+        Level& level = path.back();
+        if (level.nextChild < level.childCount) {
+            if (INode* const child = ChildOf(*level.node, level.nextChild++))
+                path.push_back({child, 0, ChildCount(*child)});
+            continue;
+        }
+        INode* const finished = level.node;
+        path.pop_back();
+        if (!path.empty()) // the root itself is no object
+            nodes.push_back(Classify(*finished, time, log));
+    }
+    return nodes;
+}
+
+std::vector<INode*> CollectObjects(const std::vector<SceneNode>& nodes, PackageLog& log) {
+    std::vector<INode*> objects;
+    for (const SceneNode& entry : nodes)
+        if (entry.superClass == GEOMOBJECT_CLASS_ID && HasMaterial(*entry.node, log))
+            objects.push_back(entry.node);
+    log.Add(L"Geometry objects with materials: " + std::to_wstring(objects.size()));
+    return objects;
+}
+
+void MakeNamesUnique(const std::vector<INode*>& nodes, PackageLog& log) {
+    UsedNames names;
+    int renamed = 0;
+    for (INode* const node : nodes) {
+        try {
+            const std::wstring name = NodeName(*node);
+            if (names.Take(name))
+                continue;
+            const std::wstring fresh = names.TakeNumbered(name);
+            node->SetName(fresh.c_str());
+            ++renamed;
+            log.Add(L"WARNING: Duplicate name - renamed '" + name + L"' to '" + fresh +
+                    L"' in scene");
+        } catch (...) {
+            log.Add(L"WARNING: An object could not be given a name of its own");
+        }
+    }
+    if (renamed > 0)
+        log.Add(L"Total renamed: " + std::to_wstring(renamed) +
+                L" object(s). Check scene before saving!");
+}
+
+} // namespace brimwave

@@ -1,0 +1,30 @@
+#pragma once
+// Values of the whole scene that only the host's script engine gives.
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace brimwave {
+
+struct ColorPipeline {
+    std::wstring mode = L"unknown";
+    std::wstring renderingSpace;
+    float displayGamma = 2.2f;
+};
+
+/// The renderer's displacement setting for the whole scene.
+struct RenderDisplacement {
+    float amount = 0;
+    bool relative = false;
+};
+
+/// "unknown", no space and 2.2 where the host does not answer.
+[[nodiscard]] ColorPipeline ReadColorPipeline();
+/// Nothing when the current renderer has no such setting.
+[[nodiscard]] std::optional<RenderDisplacement> ReadRenderDisplacement();
+
+/// The part before the first "|", which is cut off `rest` together with it. Without a "|" the
+/// whole text.
+[[nodiscard]] std::wstring_view TakeField(std::wstring_view& rest);
+
+} // namespace brimwave

@@ -1,0 +1,57 @@
+#pragma once
+// Wide text on its way to a UTF-8 file, converted piece by piece.
+#include "host/text.h"
+
+#include <windows.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace brimwave {
+
+/// UTF-8 text in blocks of one size: it grows without being moved, so that its memory stays
+/// near its length.
+class Utf8Store {
+  public:
+    void Append(std::wstring_view text);
+    /// Visits the blocks in order: `visit(const char* bytes, size_t size)`.
+    template <class Visit>
+    void ForEachBlock(Visit visit) const {
+        for (const Block& block : blocks_)
+            visit(block.bytes.get(), block.size);
+    }
+
+  private:
+    static constexpr size_t blockSize = 512 * 1024;
+    struct Block {
+        std::unique_ptr<char[]> bytes;
+        size_t size = 0;
+    };
+    std::vector<Block> blocks_;
+};
+
+/// A new file, written from the start. After a failure it takes nothing more.
+class Utf8File {
+  public:
+    explicit Utf8File(const std::wstring& path);
+    ~Utf8File();
+    Utf8File(const Utf8File&) = delete;
+    Utf8File& operator=(const Utf8File&) = delete;
+
+    void Write(std::wstring_view text);
+    void Write(const Utf8Store& store);
+    /// Writes what is still buffered; false when anything went wrong since the opening.
+    [[nodiscard]] bool Finish();
+
+  private:
+    void Flush();
+    void WriteBytes(const char* bytes, size_t size);
+
+    HANDLE file_;
+    bool good_;
+    std::string buffer_;
+};
+
+} // namespace brimwave
