@@ -1,5 +1,6 @@
 #include "host/asset_paths.h"
 
+#include "host/long_path.h"
 #include "host/sdk_compat.h"
 
 #include <IFileResolutionManager.h>
@@ -12,7 +13,7 @@ std::wstring_view FileNameOf(std::wstring_view path) {
 }
 
 bool PathExists(const std::wstring& path) {
-    return !path.empty() && GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    return !path.empty() && GetFileAttributesW(LongPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 std::optional<std::wstring> ResolveAssetPath(const std::wstring& stored, AssetKind kind) {
