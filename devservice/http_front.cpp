@@ -18,7 +18,7 @@ constexpr int kSocketTimeoutSeconds = 60;
 // A slow line has a small window: without this the system would take in megabytes at once and
 // the client would be done sending long before the service has read the request.
 void ShrinkReceiveBuffer(socket_t socket) {
-    const int bytes = 16 * 1024;
+    const int bytes = 256 * 1024;
     ::setsockopt(socket, SOL_SOCKET, SO_RCVBUF, &bytes, sizeof bytes);
 }
 
@@ -28,6 +28,15 @@ thread_local const Exchange* currentExchange = nullptr;
 void ReuseAddress(socket_t socket) {
     const int yes = 1;
     ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+}
+
+std::string WrongProtocolAnswer(bool tlsCame) {
+    const std::string text = tlsCame
+                                 ? "{\"error\":\"a TLS handshake was sent to the plain HTTP port\"}"
+                                 : "{\"error\":\"plain HTTP request was sent to the TLS port\"}";
+    return "HTTP/1.1 400 Bad Request\r\nContent-Type: application/json\r\n"
+           "Connection: close\r\nContent-Length: " +
+           std::to_string(text.size()) + "\r\n\r\n" + text;
 }
 
 std::size_t CutAt(std::string_view answer, Fault::Close close) {
@@ -172,19 +181,16 @@ bool HttpFront::process_and_close_socket(socket_t socket) {
 }
 
 std::unique_ptr<Transport> HttpFront::OpenTransport(socket_t socket) {
-    if (!tls_)
-        return MakePlainTransport(socket);
-    if (StartsWithTls(socket))
+    const bool tlsComes = StartsWithTls(socket);
+    if (tlsComes && tls_)
         return MakeTlsTransport(socket, tls_.get());
-    // Someone speaks plain HTTP to this port: answer so that he understands.
-    const auto plain = MakePlainTransport(socket);
-    std::string head;
-    if (ReadHead(*plain, head)) {
-        const std::string text = "{\"error\":\"plain HTTP request was sent to the TLS port\"}";
-        plain->Write("HTTP/1.1 400 Bad Request\r\nContent-Type: application/json\r\n"
-                     "Connection: close\r\nContent-Length: " +
-                     std::to_string(text.size()) + "\r\n\r\n" + text);
-    }
+    auto plain = MakePlainTransport(socket);
+    if (!tlsComes && !tls_)
+        return plain;
+    // The other side expects the other protocol: say so at once, in plain HTTP.
+    std::string ignored;
+    if (tlsComes || ReadHead(*plain, ignored))
+        plain->Write(WrongProtocolAnswer(tlsComes));
     return nullptr;
 }
 
