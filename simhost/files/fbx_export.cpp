@@ -1,0 +1,103 @@
+#include "simhost/files/fbx_export.h"
+
+#include "simhost/files/fbx_guard.h"
+#include "simhost/files/fbx_host_params.h"
+#include "simhost/files/fbx_nodes.h"
+#include "simhost/scene/text.h"
+
+#include <max.h>
+
+namespace simhost {
+
+namespace {
+
+constexpr double inch = 2.54;
+
+FbxSettings SettingsOf(Interface& core) {
+    FbxSettings settings;
+    settings.unitCentimetres = GetSystemUnitScale(UNITS_CENTIMETERS);
+    if (!(settings.unitCentimetres > 0))
+        settings.unitCentimetres = inch; // the host's own unit
+    const Point3 ambient = FbxAsk(Point3(), [&] {
+        Interval valid = FOREVER;
+        return core.GetAmbient(core.GetTime(), valid);
+    });
+    settings.ambient = {ambient.x, ambient.y, ambient.z};
+    settings.sceneFile =
+        FbxAsk(std::string(), [&] { return FbxText(core.GetCurFilePath().data()); });
+    return settings;
+}
+
+void WriteScene(FbxBytes& bytes, Interface& core, std::wstring_view folder) {
+    const TimeValue time = core.GetTime();
+    FbxRecordWriter writer(bytes);
+    FbxIds ids;
+    WriteFbxMark(bytes);
+    FbxObjectCounts counts = WriteFbxFront(writer, SettingsOf(core));
+    FbxTextures textures(ids, WideToUtf8(folder), time);
+    FbxMaterials materials(ids, textures, time);
+    FbxGeometries geometries(writer, counts, ids, materials, time);
+    FbxNodes nodes(writer, counts, ids, geometries, time);
+
+    writer.Begin("Objects");
+    if (INode* root = core.GetRootNode())
+        nodes.Collect(*root);
+    nodes.WriteModels();
+    materials.Write(writer, counts);
+    textures.Write(writer, counts);
+    writer.End();
+
+    writer.Begin("Connections");
+    nodes.WriteConnections();
+    materials.WriteConnections(writer);
+    textures.WriteConnections(writer);
+    writer.End();
+    WriteFbxEnd(bytes, writer);
+    FillFbxCounts(writer, counts);
+}
+
+std::wstring Failure(const wchar_t* what, const wchar_t* path, DWORD error) {
+    return std::wstring(what) + L" " + path + L" (error " + std::to_wstring(error) + L")";
+}
+
+FbxExportResult Save(const wchar_t* path, const FbxBytes& bytes) {
+    const HANDLE file =
+        CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return {false, Failure(L"can't create", path, GetLastError())};
+    bool complete = true;
+    for (const std::string_view block : bytes.Blocks()) {
+        DWORD written = 0;
+        const auto size = static_cast<DWORD>(block.size());
+        complete = WriteFile(file, block.data(), size, &written, nullptr) && written == size;
+        if (!complete)
+            break;
+    }
+    const DWORD error = complete ? ERROR_SUCCESS : GetLastError();
+    if (!CloseHandle(file) || !complete) {
+        DeleteFileW(path);
+        return {false, Failure(L"can't write", path, error)};
+    }
+    return {true, {}};
+}
+
+} // namespace
+
+FbxExportResult ExportFbx(const wchar_t* path) {
+    Interface* core = GetCOREInterface();
+    if (!path || !*path || !core)
+        return {false, L"no file name or no scene to export"};
+    try {
+        FbxBytes bytes;
+        WriteScene(bytes, *core, FolderOf(path));
+        return Save(path, bytes);
+    } catch (const FbxTooLarge&) {
+        return {false, L"one mesh of the scene is too large for the FBX format (over 4 GB)"};
+    } catch (const std::bad_alloc&) {
+        return {false, L"not enough memory to build the FBX file"};
+    } catch (...) {
+        return {false, L"the scene can't be read"};
+    }
+}
+
+} // namespace simhost

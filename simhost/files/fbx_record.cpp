@@ -1,0 +1,104 @@
+#include "simhost/files/fbx_record.h"
+
+#include "simhost/files/fbx_deflate.h"
+
+#include <array>
+#include <bit>
+#include <limits>
+
+namespace simhost {
+
+static_assert(std::endian::native == std::endian::little, "the format is little-endian");
+
+namespace {
+
+constexpr std::size_t headerSize = 3 * sizeof(std::uint64_t) + 1;
+// Shorter arrays do not win from being compressed.
+constexpr std::size_t smallestCompressed = 128;
+
+std::uint32_t Length(std::size_t bytes) {
+    if (bytes > std::numeric_limits<std::uint32_t>::max())
+        throw FbxTooLarge("one value is larger than 4 GB");
+    return static_cast<std::uint32_t>(bytes);
+}
+
+} // namespace
+
+void FbxRecordWriter::Begin(std::string_view name) {
+    Open(name);
+}
+
+void FbxRecordWriter::End() {
+    Close(true);
+}
+
+void FbxRecordWriter::Open(std::string_view name) {
+    if (!open_.empty())
+        CloseValues(open_.back());
+    Opened record;
+    record.header = out_.Size();
+    const std::array<std::uint64_t, 3> counts{};
+    out_.Append(counts.data(), sizeof counts);
+    Raw(static_cast<std::uint8_t>(name.size()));
+    out_.Append(name.data(), name.size());
+    record.values = out_.Size();
+    open_.push_back(record);
+}
+
+void FbxRecordWriter::CloseValues(Opened& record) {
+    if (record.valuesClosed)
+        return;
+    const std::array<std::uint64_t, 2> counts{record.count, out_.Size() - record.values};
+    out_.Patch(record.header + sizeof(std::uint64_t), counts.data(), sizeof counts);
+    record.valuesClosed = true;
+}
+
+void FbxRecordWriter::Close(bool nested) {
+    CloseValues(open_.back());
+    if (nested)
+        Null();
+    const std::uint64_t end = out_.Size();
+    out_.Patch(open_.back().header, &end, sizeof end);
+    open_.pop_back();
+}
+
+void FbxRecordWriter::Null() {
+    const std::array<char, headerSize> zeros{};
+    out_.Append(zeros.data(), zeros.size());
+}
+
+void FbxRecordWriter::Bytes(char type, std::string_view bytes) {
+    CountValue();
+    Raw(type);
+    Raw(Length(bytes.size()));
+    out_.Append(bytes.data(), bytes.size());
+}
+
+void FbxRecordWriter::Array(char type, const void* items, std::size_t count, std::size_t itemSize) {
+    const std::string_view plain(static_cast<const char*>(items), count * itemSize);
+    std::string packed;
+    const std::uint32_t plainSize = Length(plain.size());
+    const bool compressed = plain.size() >= smallestCompressed && FbxDeflate(plain, packed) &&
+                            packed.size() < plainSize;
+    const std::string_view stored = compressed ? std::string_view(packed) : plain;
+    CountValue();
+    Raw(type);
+    Raw(Length(count));
+    Raw(static_cast<std::uint32_t>(compressed));
+    Raw(Length(stored.size()));
+    out_.Append(stored.data(), stored.size());
+}
+
+FbxInt32Slot FbxRecordWriter::LeafSlot(std::string_view name) {
+    Open(name);
+    Value(std::int32_t{0});
+    const FbxInt32Slot slot{out_.Size() - sizeof(std::int32_t)};
+    Close(false);
+    return slot;
+}
+
+void FbxRecordWriter::Fill(FbxInt32Slot slot, std::int32_t value) {
+    out_.Patch(slot.offset, &value, sizeof value);
+}
+
+} // namespace simhost
