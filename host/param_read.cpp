@@ -127,6 +127,24 @@ bool ReadElement(IParamBlock2& block, ParamID id, ParamType2 type, TimeValue tim
     return Read(block, id, TabKindOf(type), type == TYPE_FRGBA_TAB, time, index, value);
 }
 
+std::optional<float> ReadNumber(IParamBlock2& block, ParamID id, ParamType2 type, TimeValue time,
+                                int index) {
+    const auto element = static_cast<ParamType2>(type & ~TYPE_TAB);
+    ParamValue value;
+    if (!Read(block, id, ScalarKindOf(element), false, time, index, value))
+        return std::nullopt;
+    switch (value.kind) {
+    case ParamKind::Float:
+        return value.floatValue;
+    case ParamKind::Int:
+        return static_cast<float>(value.intValue);
+    case ParamKind::Bool:
+        return value.boolValue ? 1.0f : 0.0f;
+    default:
+        return std::nullopt;
+    }
+}
+
 ReferenceTarget* ReadReference(IParamBlock2& block, ParamID id, ParamType2 type, TimeValue time) {
     if (type == TYPE_TEXMAP)
         return ReadTexmap(block, id, time, 0);

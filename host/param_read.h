@@ -6,6 +6,8 @@
 
 #include <iparamb2.h>
 
+#include <optional>
+
 namespace brimwave {
 
 /// Kind that a scalar parameter of this type has; None for tables and types that are not read.
@@ -18,6 +20,10 @@ namespace brimwave {
                               ParamValue& value);
 bool ReadElement(IParamBlock2& block, ParamID id, ParamType2 type, TimeValue time, int index,
                  ParamValue& value);
+
+/// An element of a table of numbers of any type; nothing for other tables.
+[[nodiscard]] std::optional<float> ReadNumber(IParamBlock2& block, ParamID id, ParamType2 type,
+                                              TimeValue time, int index);
 
 /// The reference of a TYPE_MTL, TYPE_TEXMAP or TYPE_REFTARG parameter; may be null.
 [[nodiscard]] ReferenceTarget* ReadReference(IParamBlock2& block, ParamID id, ParamType2 type,

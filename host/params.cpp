@@ -92,6 +92,28 @@ ParamValue ParamReader::GetTabParamValue(Animatable* object, std::wstring_view n
     return value;
 }
 
+int ParamReader::CountElements(Animatable* object, std::wstring_view name) {
+    int count = -1;
+    VisitNamed(object, name, [&](const Found& found) {
+        if (found.definition->type & TYPE_TAB)
+            count = found.block->Count(found.definition->id);
+        return true;
+    });
+    return count;
+}
+
+std::optional<float> ParamReader::FindTabNumber(Animatable* object, std::wstring_view name,
+                                                int index) {
+    std::optional<float> number;
+    VisitNamed(object, name, [&](const Found& found) {
+        const ParamID id = found.definition->id;
+        if ((found.definition->type & TYPE_TAB) && index >= 0 && index < found.block->Count(id))
+            number = ReadNumber(*found.block, id, found.definition->type, time_, index);
+        return true;
+    });
+    return number;
+}
+
 std::vector<TexmapParam> ParamReader::ListTexmapParams(Animatable* object) {
     std::vector<TexmapParam> params;
     VisitAll(object, [&](IParamBlock2& block, const DescriptorIndex& index) {
@@ -197,7 +219,7 @@ const ParamReader::Plan& ParamReader::PlanFor(std::span<const ParamRow> rows) {
 }
 
 void ParamReader::AppendTable(JsonMembers& members, Animatable* object,
-                              std::span<const ParamRow> rows) {
+                              std::span<const ParamRow> rows, float lengthScale) {
     if (!CollectBlocks(object))
         return;
     for (const PlanStep& step : PlanFor(rows).steps) {
@@ -205,7 +227,10 @@ void ParamReader::AppendTable(JsonMembers& members, Animatable* object,
         ParamValue value;
         if (!ReadScalar(*blocks_[step.block], step.id, step.type, time_, value))
             value = FindParamValue(object, row.param); // a later one of that name may answer
-        AppendParamValue(members, row.key, value);
+        if (row.unit == RowUnit::AsStored)
+            AppendParamValue(members, row.key, value);
+        else if (value.kind == ParamKind::Float)
+            members.AddFloat(row.key, value.floatValue * lengthScale);
     }
 }
 

@@ -9,10 +9,16 @@
 
 namespace brimwave {
 
+enum class RowUnit : std::uint8_t {
+    AsStored,
+    Length, // a length, written only as a float and scaled by the table's length scale
+};
+
 /// One row of a parameter table: which host parameter is written under which JSON key.
 struct ParamRow {
     std::wstring_view param;
     std::wstring_view key;
+    RowUnit unit = RowUnit::AsStored;
 };
 
 /// A texture-map parameter (or one element of a table of them) that holds a map.
@@ -47,6 +53,14 @@ class ParamReader {
     [[nodiscard]] ParamValue GetTabParamValue(Animatable* object, std::wstring_view name,
                                               int index);
 
+    /// Elements of the first parameter of that name, whatever type of table it is; -1 when there
+    /// is no such parameter or it is no table.
+    [[nodiscard]] int CountElements(Animatable* object, std::wstring_view name);
+    /// One element, as a number, of the first parameter of that name when that is a table of
+    /// numbers of any type (percentages, angles and flags too). Nothing otherwise.
+    [[nodiscard]] std::optional<float> FindTabNumber(Animatable* object, std::wstring_view name,
+                                                     int index);
+
     /// Internal name of the first TYPE_TEXMAP parameter that holds the map; "" when none does.
     [[nodiscard]] std::wstring FindTexmapParamName(Animatable* object, Texmap* map);
     /// The same for tables; `index` receives the element, -1 when there is none.
@@ -65,7 +79,8 @@ class ParamReader {
                          std::wstring_view key);
     /// The same for each row in order. Which rows an object's class has is worked out once for
     /// each layout of blocks. The rows must outlive the reader.
-    void AppendTable(JsonMembers& members, Animatable* object, std::span<const ParamRow> rows);
+    void AppendTable(JsonMembers& members, Animatable* object, std::span<const ParamRow> rows,
+                     float lengthScale = 1.0f);
 
   private:
     struct Found {

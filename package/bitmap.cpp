@@ -1,0 +1,130 @@
+#include "package/bitmap.h"
+
+#include "host/asset_paths.h"
+#include "host/sdk_compat.h"
+#include "package/param_table.h"
+
+#include <stdmat.h>
+
+namespace brimwave {
+namespace {
+
+constexpr float degreesPerRadian = 57.295776f;
+
+constexpr ParamRow channelRows[] = {{L"uvwChannel", L"uvw_channel"}};
+
+constexpr ParamRow imageRows[] = {
+    {L"colorSpace", L"color_space"},     {L"gamma", L"gamma"},
+    {L"outputAmount", L"output_amount"}, {L"tilingU", L"tiling_mode_u"},
+    {L"tilingV", L"tiling_mode_v"},      {L"filterType", L"filter_type"},
+    {L"clippingOn", L"crop_enabled"},    {L"clippingMode", L"crop_mode"},
+    {L"clippingU", L"crop_u"},           {L"clippingV", L"crop_v"},
+    {L"clippingWidth", L"crop_w"},       {L"clippingHeight", L"crop_h"},
+};
+
+/// Where a bitmap's image lies on its surface.
+struct Placement {
+    std::optional<VectorValue> scale, offset;
+    std::optional<bool> realWorldScale;
+    std::optional<int> channel;
+    std::optional<float> angle; // radians
+};
+
+/// The host's own bitmap; null for any other class.
+BitmapTex* HostBitmap(MtlBase& map) {
+    return map.ClassID() == Class_ID(BMTEX_CLASS_ID, 0) ? dynamic_cast<BitmapTex*>(&map) : nullptr;
+}
+
+std::optional<std::wstring> FindString(PackageContext& package, MtlBase& map, const wchar_t* name) {
+    ParamValue value = package.params.FindParamValue(&map, name);
+    if (value.kind != ParamKind::String)
+        return std::nullopt;
+    return std::move(value.stringValue);
+}
+
+/// Nothing when the class keeps no path; V-Ray's classes keep it under a name of their own.
+std::optional<std::wstring> StoredPath(PackageContext& package, MtlBase& map) {
+    if (auto path = FindString(package, map, L"filename"))
+        return path;
+    if (auto path = FindString(package, map, L"HDRIMapName"))
+        return path;
+    BitmapTex* const bitmap = HostBitmap(map);
+    std::wstring name = bitmap ? HostText(bitmap->GetMapName()) : std::wstring();
+    return name.empty() ? std::nullopt : std::optional(std::move(name));
+}
+
+void AppendPath(PackageContext& package, JsonMembers& members, MtlBase& map) {
+    const auto stored = StoredPath(package, map);
+    if (!stored)
+        return;
+    members.AddString(L"filepath", FileNameOf(*stored));
+    if (const auto resolved = ResolveAssetPath(*stored, AssetKind::Bitmap))
+        members.AddString(L"filepath_abs", *resolved);
+}
+
+Placement ReadParams(PackageContext& package, MtlBase& map) {
+    Placement placement;
+    const auto find = [&](const wchar_t* name) {
+        return package.params.FindParamValue(&map, name);
+    };
+    if (const ParamValue scale = find(L"uvwScale"); scale.kind == ParamKind::Vector)
+        placement.scale = scale.vector;
+    if (const ParamValue offset = find(L"uvwOffset"); offset.kind == ParamKind::Vector)
+        placement.offset = offset.vector;
+    if (const ParamValue size = find(L"realWorldScale"); size.kind == ParamKind::Bool)
+        placement.realWorldScale = size.boolValue;
+    if (const ParamValue angle = find(L"wAngle"); angle.kind == ParamKind::Float)
+        placement.angle = angle.floatValue;
+    return placement;
+}
+
+Placement ReadUvGen(StdUVGen& uv, TimeValue time) {
+    Placement placement;
+    placement.scale = VectorValue{uv.GetUScl(time), uv.GetVScl(time), 1};
+    placement.offset = VectorValue{uv.GetUOffs(time), uv.GetVOffs(time), 0};
+    placement.realWorldScale = uv.GetUseRealWorldScale() != FALSE;
+    placement.channel = uv.GetMapChannel();
+    placement.angle = uv.GetWAng(time);
+    return placement;
+}
+
+Placement ReadPlacement(PackageContext& package, MtlBase& map) {
+    const Placement placement = ReadParams(package, map);
+    BitmapTex* const bitmap = placement.scale ? nullptr : HostBitmap(map);
+    StdUVGen* const uv = bitmap ? bitmap->GetUVGen() : nullptr;
+    return uv ? ReadUvGen(*uv, package.Time()) : placement;
+}
+
+void AppendPlacement(PackageContext& package, JsonMembers& members, MtlBase& map) {
+    const Placement placement = ReadPlacement(package, map);
+    if (placement.scale) {
+        members.AddFloat(L"tiling_u", placement.scale->x);
+        members.AddFloat(L"tiling_v", placement.scale->y);
+    }
+    if (placement.realWorldScale)
+        members.AddBool(L"real_world_scale", *placement.realWorldScale);
+    if (placement.realWorldScale.value_or(false) && placement.scale) {
+        members.AddFloat(L"real_world_width_mm", placement.scale->x);
+        members.AddFloat(L"real_world_height_mm", placement.scale->y);
+    }
+    if (placement.offset) {
+        members.AddFloat(L"offset_u", placement.offset->x);
+        members.AddFloat(L"offset_v", placement.offset->y);
+    }
+    if (placement.channel)
+        members.AddInt(L"uvw_channel", *placement.channel);
+    else
+        package.params.AppendTable(members, &map, channelRows);
+    if (placement.angle)
+        members.AddFloat(L"rotate_w", *placement.angle * degreesPerRadian);
+}
+
+} // namespace
+
+void AppendBitmap(PackageContext& package, JsonMembers& members, MtlBase& map) {
+    AppendPath(package, members, map);
+    AppendPlacement(package, members, map);
+    package.params.AppendTable(members, &map, imageRows);
+}
+
+} // namespace brimwave

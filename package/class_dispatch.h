@@ -1,0 +1,15 @@
+#pragma once
+#include "package/package_context.h"
+
+namespace brimwave {
+
+/// The node's "type": the host's display class name, a few of them under the name that the
+/// converter knows.
+[[nodiscard]] std::wstring NormaliseClassName(std::wstring_view className, bool isMaterial);
+
+/// Appends the parameter members of the object's class, then what its output holds. `type` is
+/// the normalised class name. Nothing for a class without a writer.
+void WriteClassParams(PackageContext& package, JsonMembers& members, MtlBase& object,
+                      std::wstring_view type);
+
+} // namespace brimwave

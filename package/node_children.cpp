@@ -1,0 +1,181 @@
+#include "package/node_children.h"
+
+#include "host/sdk_compat.h"
+#include "package/slot_flags.h"
+
+namespace brimwave {
+namespace {
+
+// Tables of flags in which layered material classes keep which layer counts, by layer.
+constexpr const wchar_t* layerFlagTables[] = {L"layersOn", L"layerEnabled", L"mapEnables",
+                                              L"masksOn"};
+
+/// Builds the pieces of one node.
+class ChildCollector {
+  public:
+    ChildCollector(PackageContext& package, MtlBase& object, const std::wstring& indent)
+        : package_(package), object_(object), indent_(indent) {}
+
+    NodeChildren Collect(std::wstring_view className) {
+        if (className == L"MultiTexture" && object_.SuperClassID() == TEXMAP_CLASS_ID)
+            AddTextureList();
+        const std::vector<Slot> slots = ReadSlots();
+        AddDisabledNames(slots);
+        for (const Slot& slot : slots)
+            if (slot.enabled)
+                AddSlotChild(slot);
+        if (object_.SuperClassID() == MATERIAL_CLASS_ID)
+            AddLayers(static_cast<Mtl&>(object_), className);
+        if (childCount_ > 0)
+            text_ += L"\n" + indent_ + L"}";
+        result_.after = std::move(text_);
+        return std::move(result_);
+    }
+
+  private:
+    struct Slot {
+        std::wstring name;
+        Texmap* map;
+        bool enabled;
+    };
+
+    /// What was gathered since the last child leads up to this one.
+    void AddChild(MtlBase* child) {
+        result_.pieces.push_back({std::move(text_), child});
+        text_.clear();
+    }
+
+    /// Starts the next member of "children", whose text follows.
+    void BeginChildMember() {
+        text_ += childCount_++ == 0 ? L",\n" + indent_ + L"\"children\": {\n" : L",\n";
+        text_ += indent_;
+    }
+
+    void AddTextureList() {
+        text_ += L",\n" + indent_ + L"\"textures\": [\n";
+        bool first = true;
+        const int count = object_.NumSubTexmaps();
+        for (int i = 0; i < count; ++i) {
+            Texmap* const map = object_.GetSubTexmap(i);
+            const ParamValue on = package_.params.GetTabParamValue(&object_, L"submap_on", i);
+            if (!map || (on.kind == ParamKind::Bool && !on.boolValue))
+                continue;
+            if (!first)
+                text_ += L",\n";
+            first = false;
+            AddChild(map);
+        }
+        text_ += L"\n]";
+    }
+
+    std::vector<Slot> ReadSlots() {
+        std::vector<Slot> slots;
+        SlotFlags flags(package_.params, object_);
+        const int count = object_.NumSubTexmaps();
+        for (int i = 0; i < count; ++i) {
+            Texmap* const map = object_.GetSubTexmap(i);
+            if (!map)
+                continue;
+            std::wstring name = SlotNameOf(object_, i);
+            if (name.empty())
+                name = L"slot_" + std::to_wstring(i);
+            const bool enabled = flags.IsEnabled(i, map, name);
+            slots.push_back({std::move(name), map, enabled});
+        }
+        return slots;
+    }
+
+    void AddDisabledNames(const std::vector<Slot>& slots) {
+        bool first = true;
+        for (const Slot& slot : slots) {
+            if (slot.enabled)
+                continue;
+            text_ += first ? L",\n" + indent_ + L"\"disabled_slots\": [" : L", ";
+            first = false;
+            AppendJsonString(text_, slot.name);
+        }
+        if (!first)
+            text_ += L']';
+    }
+
+    void AddSlotChild(const Slot& slot) {
+        BeginChildMember();
+        text_ += L"  ";
+        AppendJsonString(text_, slot.name);
+        text_ += L": ";
+        AddChild(slot.map);
+    }
+
+    void AddLayers(Mtl& material, std::wstring_view className) {
+        if (package_.params.CountElements(&material, L"blendAmounts") >= 0)
+            AddBlendedLayers(material);
+        if (className != L"Material Output Selector" && className != L"Material_Output_Selector")
+            return;
+        auto* const source = dynamic_cast<Mtl*>(package_.params.FindParamRef(&material, L"source"));
+        if (source)
+            AddLayer(1, source, std::nullopt, L"1");
+    }
+
+    void AddBlendedLayers(Mtl& material) {
+        const wchar_t* const flags = LayerFlagTable(material);
+        const int count = material.NumSubMtls();
+        for (int i = 0; i < count; ++i) {
+            std::optional<bool> enabled;
+            if (flags)
+                enabled = package_.params.FindTabNumber(&material, flags, i).value_or(1.0f) != 0;
+            AddLayer(i + 1, material.GetSubMtl(i), enabled, BlendAmount(material, i));
+        }
+    }
+
+    const wchar_t* LayerFlagTable(Mtl& material) {
+        for (const wchar_t* const name : layerFlagTables)
+            if (package_.params.CountElements(&material, name) >= 0)
+                return name;
+        return nullptr;
+    }
+
+    /// The table's entry, else a parameter of the layer's own, as stored.
+    std::wstring BlendAmount(Mtl& material, int layer) {
+        ParamValue value = package_.params.GetTabParamValue(&material, L"blendAmounts", layer);
+        if (!value)
+            value =
+                package_.params.FindParamValue(&material, L"blend_" + std::to_wstring(layer + 1));
+        if (value.kind == ParamKind::Float)
+            return FormatJsonFloat(value.floatValue);
+        if (value.kind == ParamKind::Int)
+            return std::to_wstring(value.intValue);
+        if (const auto number = package_.params.FindTabNumber(&material, L"blendAmounts", layer))
+            return FormatJsonFloat(*number);
+        return L"null";
+    }
+
+    void AddLayer(int number, Mtl* material, std::optional<bool> enabled,
+                  const std::wstring& amount) {
+        BeginChildMember();
+        text_ += L"  \"layer_" + std::to_wstring(number) + L"\": {\n" + indent_;
+        text_ += L"    \"material\": ";
+        AddChild(material);
+        if (enabled) {
+            text_ += L",\n" + indent_ + L"    \"enabled\": ";
+            text_ += BoolToJson(*enabled);
+        }
+        text_ += L",\n" + indent_ + L"    \"blend_amount\": " + amount;
+        text_ += L"\n" + indent_ + L"  }";
+    }
+
+    PackageContext& package_;
+    MtlBase& object_;
+    const std::wstring& indent_;
+    NodeChildren result_;
+    std::wstring text_; // since the last child
+    int childCount_ = 0;
+};
+
+} // namespace
+
+NodeChildren CollectChildren(PackageContext& package, MtlBase& object, std::wstring_view className,
+                             const std::wstring& indent) {
+    return ChildCollector(package, object, indent).Collect(className);
+}
+
+} // namespace brimwave

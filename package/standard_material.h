@@ -1,0 +1,10 @@
+#pragma once
+#include "package/package_context.h"
+
+namespace brimwave {
+
+/// Members of the host's Standard material: the name of its shader, the colours and levels that
+/// the material or its shader holds, and "map_slots", the amount and switch of each map.
+void AppendStandardMaterial(PackageContext& package, JsonMembers& members, Mtl& material);
+
+} // namespace brimwave
