@@ -23,6 +23,9 @@ endif()
 
 if(BRIMWAVE_SANITIZE)
     set(sanitize -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    if(BRIMWAVE_FUZZ)
+        list(APPEND sanitize -fsanitize=fuzzer-no-link) # the fuzzers see which code they reach
+    endif()
     add_compile_options(${sanitize} -O1)
     add_link_options(${sanitize})
 endif()
