@@ -18,14 +18,14 @@ struct Fault {
     enum class Close { No, BeforeHeader, InHeader, InBody };
 
     On on = On::Any;
-    std::optional<int> times; // how many exchanges; nothing: every one
+    std::optional<int> times{}; // how many exchanges; nothing: every one
 
-    std::optional<int> status;
-    std::optional<std::string> body; // bytes, not necessarily UTF-8
-    std::string redirect;            // Location of a redirect (status 302 unless `status` is set)
-    std::size_t bodySize = 0;        // the answer's body is padded with blanks to this size
+    std::optional<int> status{};
+    std::optional<std::string> body{}; // bytes, not necessarily UTF-8
+    std::string redirect{};            // Location of a redirect (status 302 unless `status` is set)
+    std::size_t bodySize = 0;          // the answer's body is padded with blanks to this size
 
-    std::string raw;                    // sent in place of the whole answer, head included
+    std::string raw{};                  // sent in place of the whole answer, head included
     Close close = Close::No;            // where the connection breaks off
     bool reset = false;                 // break off with a reset, not an orderly end
     std::chrono::milliseconds delay{0}; // before the answer
