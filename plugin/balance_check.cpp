@@ -1,0 +1,122 @@
+#include "plugin/balance_check.h"
+
+#include <process.h>
+
+#include <atomic>
+
+namespace brimwave {
+namespace {
+
+/// The host may unload the library while a check still runs in it. A thread that must outlive
+/// that holds the library and lets go in the same call that ends it.
+class LibraryHold {
+  public:
+    LibraryHold() {
+        GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                           reinterpret_cast<LPCWSTR>(&LibraryHold::Anchor), &library_);
+    }
+    ~LibraryHold() {
+        if (library_)
+            FreeLibrary(library_);
+    }
+    LibraryHold(const LibraryHold&) = delete;
+    LibraryHold& operator=(const LibraryHold&) = delete;
+
+    [[nodiscard]] HMODULE Release() {
+        const HMODULE library = library_;
+        library_ = nullptr;
+        return library;
+    }
+
+  private:
+    static void Anchor() {}
+    HMODULE library_ = nullptr;
+};
+
+enum class Phase { Checking, Posting, Abandoned };
+
+} // namespace
+
+struct BalanceCheck::Shared {
+    HWND panel = nullptr;
+    std::wstring baseAddress;
+    std::wstring token;
+    std::unique_ptr<BalanceResult> result = std::make_unique<BalanceResult>();
+    // Who frees the result is settled by one exchange: the thread when it finds the check
+    // abandoned, the panel in every other case.
+    std::atomic<Phase> phase{Phase::Checking};
+    std::atomic<BalanceResult*> posted{nullptr};
+    LibraryHold library;
+
+    void Check() noexcept {
+        try {
+            *result = FetchBalance(baseAddress, token);
+        } catch (...) {
+            result->ok = false; // out of memory: an empty error text is all that can be told
+        }
+        Phase expected = Phase::Checking;
+        if (!phase.compare_exchange_strong(expected, Phase::Posting))
+            return;
+        posted = result.get();
+        if (PostMessageW(panel, kBalanceChecked, 0, reinterpret_cast<LPARAM>(result.get())))
+            static_cast<void>(result.release()); // the message owns it now
+        else
+            posted = nullptr;
+    }
+};
+
+BalanceCheck::BalanceCheck(std::shared_ptr<Shared> shared, KernelHandle thread)
+    : shared_(std::move(shared)), thread_(std::move(thread)) {}
+
+std::unique_ptr<BalanceCheck> BalanceCheck::Start(HWND panel, std::wstring_view baseAddress,
+                                                  std::wstring_view token) {
+    auto shared = std::make_shared<Shared>();
+    shared->panel = panel;
+    shared->baseAddress = baseAddress;
+    shared->token = token;
+    auto argument = std::make_unique<std::shared_ptr<Shared>>(shared);
+    KernelHandle thread(reinterpret_cast<HANDLE>(
+        _beginthreadex(nullptr, 0, &BalanceCheck::Run, argument.get(), 0, nullptr)));
+    if (!thread)
+        return nullptr;
+    static_cast<void>(argument.release()); // the thread owns it now
+    return std::unique_ptr<BalanceCheck>(new BalanceCheck(std::move(shared), std::move(thread)));
+}
+
+unsigned __stdcall BalanceCheck::Run(void* argument) {
+    HMODULE library = nullptr;
+    {
+        const std::unique_ptr<std::shared_ptr<Shared>> owner(
+            static_cast<std::shared_ptr<Shared>*>(argument));
+        library = (*owner)->library.Release();
+        (*owner)->Check();
+    }
+#ifdef _UCRT
+    // This C runtime holds the library for its threads by itself until they have returned.
+    FreeLibrary(library);
+    return 0;
+#else
+    FreeLibraryAndExitThread(library, 0);
+#endif
+}
+
+BalanceCheck::~BalanceCheck() {
+    Phase expected = Phase::Checking;
+    if (shared_->phase.compare_exchange_strong(expected, Phase::Abandoned))
+        return;
+    // The result was posted or is being posted, which is all that the thread has left to do.
+    WaitForSingleObject(thread_.get(), INFINITE);
+    MSG message{};
+    while (shared_->posted &&
+           PeekMessageW(&message, shared_->panel, kBalanceChecked, kBalanceChecked, PM_REMOVE))
+        static_cast<void>(Take(message.lParam));
+}
+
+std::unique_ptr<BalanceResult> BalanceCheck::Take(LPARAM record) {
+    auto* result = reinterpret_cast<BalanceResult*>(record);
+    if (!result || !shared_->posted.compare_exchange_strong(result, nullptr))
+        return nullptr;
+    return std::unique_ptr<BalanceResult>(result);
+}
+
+} // namespace brimwave
