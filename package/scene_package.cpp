@@ -1,6 +1,9 @@
 #include "package/scene_package.h"
 
 #include "host/sdk_compat.h"
+#include "package/cameras.h"
+#include "package/environment.h"
+#include "package/lights.h"
 #include "package/object_entry.h"
 #include "package/object_list.h"
 #include "package/package_context.h"
@@ -9,6 +12,20 @@
 
 namespace brimwave {
 namespace {
+
+/// The fragments after the objects; each begins with its own comma.
+struct Fragments {
+    Utf8Store lights;
+    std::wstring cameras, environment;
+};
+
+Fragments BuildFragments(PackageContext& package, const std::vector<SceneNode>& nodes) {
+    Fragments fragments;
+    fragments.lights = CollectLightsJson(package, nodes);
+    fragments.cameras = CollectCamerasJson(package, nodes);
+    fragments.environment = BuildEnvironmentJson(package);
+    return fragments;
+}
 
 Utf8Store BuildEntries(PackageContext& package, const std::vector<INode*>& objects) {
     Utf8Store entries;
@@ -57,11 +74,15 @@ PackageResult Write(std::wstring_view path) {
     const std::vector<INode*> objects = CollectObjects(nodes, log);
     MakeNamesUnique(objects, log);
     const Utf8Store entries = BuildEntries(package, objects);
+    const Fragments fragments = BuildFragments(package, nodes);
 
     Utf8File file{std::wstring(path)};
     file.Write(BuildHead(package, objects.size()));
     file.Write(entries);
     file.Write(L"  ]");
+    file.Write(fragments.lights);
+    file.Write(fragments.cameras);
+    file.Write(fragments.environment);
     file.Write(L"\n}");
 
     PackageResult result;
