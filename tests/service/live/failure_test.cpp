@@ -195,6 +195,15 @@ TEST_F(FailureTest, RedirectsAreFollowedWithinTheService) {
     EXPECT_EQ(ReadFileBytes(jobs.front() / "package.json"), "{\"a\":1}");
 }
 
+TEST_F(FailureTest, AJobRedirectedAsAGetIsNoJob) {
+    Order(narrowToken_, {{"redirect", "/node/api/v1/jobs"}, {"times", 1}});
+    const HttpResult job =
+        PostJobRequest(service_.https + L"/node/api/v1/jobs", token_, "{}", L"job", L"5.1");
+    EXPECT_FALSE(job.ok);
+    EXPECT_EQ(Received().back()["method"], "GET");
+    EXPECT_TRUE(NewJobs().empty());
+}
+
 TEST_F(FailureTest, RedirectsThatMustNotBeFollowed) {
     Order(narrowToken_, {{"redirect", "/api/balance"}, {"times", 50}});
     ExpectTransportFailure(Balance(), "endless redirect");
