@@ -46,6 +46,8 @@ class TVFace {
     [[nodiscard]] DWORD getTVert(int i) const { return t[i]; }
 };
 
+class Mesh;
+
 /// One mapping channel: its own vertices, and one TVFace for each face of the mesh.
 class MeshMap {
   public:
@@ -63,6 +65,9 @@ class MeshMap {
     MeshMap& operator=(const MeshMap& other);
 
   private:
+    friend class Mesh;
+    void Repoint();
+    Mesh* mesh_ = nullptr; // whose short cuts to channels 0 and 1 follow this map
     std::vector<UVVert> vertStore_;
     std::vector<TVFace> faceStore_;
 };
@@ -143,7 +148,9 @@ class Mesh {
     void DeleteThis() {}
 
   private:
+    friend class MeshMap;
     void Repoint();
+    MeshMap& Channel(int channel);
     std::vector<Point3> vertStore_;
     std::vector<Face> faceStore_;
     std::map<int, MeshMap> maps_;

@@ -39,6 +39,9 @@ class Animatable {
     static AnimHandle GetHandleByAnim(Animatable* anim);
     /// Null for an unknown handle or a deleted object.
     static Animatable* GetAnimByHandle(AnimHandle handle);
+
+  private:
+    AnimHandle handle_;
 };
 
 class ReferenceMaker : public Animatable {

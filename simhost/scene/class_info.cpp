@@ -1,0 +1,93 @@
+#include "simhost/scene/class_info.h"
+
+#include "simhost/scene/text.h"
+
+namespace simhost {
+
+namespace {
+
+class SceneClassDesc : public ClassDesc2 {
+  public:
+    explicit SceneClassDesc(const ClassInfo& info)
+        : name_(info.name), localizedName_(info.localizedName), scriptName_(info.scriptName),
+          superClass_(info.superClass), classId_(info.classId) {}
+    int IsPublic() override { return 1; }
+    void* Create(BOOL /*loading*/) override { return nullptr; }
+    const MCHAR* ClassName() override { return localizedName_.c_str(); }
+    const MCHAR* NonLocalizedClassName() override { return name_.c_str(); }
+    SClass_ID SuperClassID() override { return superClass_; }
+    Class_ID ClassID() override { return classId_; }
+    const MCHAR* Category() override { return L""; }
+    const MCHAR* InternalName() override { return scriptName_.c_str(); }
+
+  private:
+    std::wstring name_, localizedName_, scriptName_;
+    SClass_ID superClass_;
+    Class_ID classId_;
+};
+
+} // namespace
+
+BlockDesc::BlockDesc(Text name, BlockID id, std::vector<ParamSpec> params, ClassDesc2* owner)
+    : name_(std::move(name)), params_(std::move(params)), defs_(params_.size()) {
+    ID = id;
+    int_name = name_ ? name_->c_str() : nullptr;
+    cd = owner;
+    count = static_cast<USHORT>(params_.size());
+    paramdefs = defs_.data();
+    for (size_t i = 0; i < params_.size(); ++i) {
+        const ParamSpec& spec = params_[i];
+        defs_[i].ID = spec.id;
+        defs_[i].int_name = spec.name ? spec.name->c_str() : nullptr;
+        defs_[i].type = spec.type;
+        if (spec.name)
+            byFoldedName_[Fold(*spec.name)].push_back(static_cast<int>(i));
+        byId_.emplace(spec.id, static_cast<int>(i));
+    }
+}
+
+int BlockDesc::Find(std::wstring_view name) const {
+    const auto found = byFoldedName_.find(Fold(name));
+    if (found == byFoldedName_.end())
+        return -1;
+    for (const int i : found->second)
+        if (*params_[static_cast<size_t>(i)].name == name)
+            return i;
+    return found->second.front();
+}
+
+int BlockDesc::IndexOfId(ParamID paramId) const {
+    const auto found = byId_.find(paramId);
+    return found == byId_.end() ? -1 : found->second;
+}
+
+ParamPlace ClassInfo::Find(std::wstring_view wanted) const {
+    std::wstring_view blockName;
+    if (const size_t bar = wanted.find(L'|'); bar != std::wstring_view::npos) {
+        blockName = wanted.substr(0, bar);
+        wanted = wanted.substr(bar + 1);
+    }
+    ParamPlace loose;
+    for (size_t b = 0; b < blocks.size(); ++b) {
+        const BlockDesc* desc = blocks[b].desc.get();
+        if (!desc || (!blockName.empty() && (!desc->Name() || *desc->Name() != blockName)))
+            continue;
+        const int i = desc->Find(wanted);
+        if (i < 0)
+            continue;
+        const ParamPlace place{static_cast<int>(b), i, -1};
+        if (*desc->Params()[static_cast<size_t>(i)].name == wanted)
+            return place;
+        if (!loose.Known())
+            loose = place;
+    }
+    return loose;
+}
+
+ClassDesc2* ClassInfo::Descriptor() const {
+    if (!descriptor_)
+        descriptor_ = std::make_shared<SceneClassDesc>(*this);
+    return descriptor_.get();
+}
+
+} // namespace simhost

@@ -1,0 +1,300 @@
+// The core interface and the other single instances of the SDK, on the open scene.
+#include "maxapi.h"
+
+#include "IFileResolutionManager.h"
+#include "iInstanceMgr.h"
+#include "simhost/files/export_file.h"
+#include "simhost/scene/host.h"
+#include "simhost/scene/scene.h"
+#include "simhost/scene/text.h"
+#include "units.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <thread>
+
+namespace simhost {
+
+namespace {
+
+HWND hostWindow = nullptr;
+std::vector<HWND> dialogs;
+int redraws = 0;
+int acceleratorLocks = 0;
+
+class SceneMaterials final : public MtlBaseLib {
+  public:
+    int Count() override { return static_cast<int>(Scene::Current().MaterialsInUse().size()); }
+    MtlBase* operator[](int i) override {
+        const auto& used = Scene::Current().MaterialsInUse();
+        const bool inside = i >= 0 && i < static_cast<int>(used.size());
+        return inside ? used[static_cast<size_t>(i)] : nullptr;
+    }
+};
+
+class SystemLog final : public LogSys {
+  public:
+    void LogEntry(DWORD type, BOOL dialog, const MCHAR* title, const MCHAR* format, ...) override;
+};
+
+/// printf for wide text where "%s" means wide text, as in the host.
+std::wstring Formatted(const MCHAR* format, va_list arguments) {
+    std::wstring portable;
+    for (const MCHAR* p = format; *p; ++p) {
+        portable += *p;
+        if (*p != L'%')
+            continue;
+        while (p[1] && std::wcschr(L"-+ #0123456789.*", p[1]))
+            portable += *++p;
+        if (p[1] == L's')
+            portable += L'l';
+        if (p[1])
+            portable += *++p;
+    }
+    std::wstring text(4096, L'\0');
+    const int length = std::vswprintf(text.data(), text.size(), portable.c_str(), arguments);
+    text.resize(length < 0 ? 0 : static_cast<size_t>(length));
+    return text;
+}
+
+void SystemLog::LogEntry(DWORD type, BOOL /*dialog*/, const MCHAR* title, const MCHAR* format,
+                         ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    HostLog().push_back({type, title ? title : L"", Formatted(format, arguments)});
+    va_end(arguments);
+}
+
+class CoreInterface final : public Interface {
+  public:
+    TimeValue GetTime() override { return Scene::Current().time; }
+    INode* GetRootNode() override { return &Scene::Current().Root(); }
+    MSTR& GetCurFileName() override;
+    MSTR& GetCurFilePath() override;
+    HWND GetMAXHWnd() const override { return hostWindow; }
+    const MCHAR* GetDir(int id) override;
+    BOOL ExportToFile(const MCHAR* name, BOOL suppressPrompts, DWORD options,
+                      Class_ID* exporterID) override;
+
+    Texmap* GetEnvironmentMap() override;
+    BOOL GetUseEnvironmentMap() override { return Scene::Current().useEnvironmentMap; }
+    Point3 GetBackGround(TimeValue t, Interval& valid) override;
+    Point3 GetAmbient(TimeValue /*t*/, Interval& valid) override;
+    ReferenceTarget* GetCurrentRenderer(bool createDefault) override;
+
+    INode* GetINodeByName(const MCHAR* name) override;
+    INode* GetINodeByHandle(ULONG handle) override { return Scene::Current().FindByHandle(handle); }
+    int GetSelNodeCount() override { return static_cast<int>(Scene::Current().Selection().size()); }
+    INode* GetSelNode(int i) override;
+    void SelectNode(INode* node, int clearSelection) override;
+    void ClearNodeSelection(BOOL /*redraw*/) override { Scene::Current().ClearSelection(); }
+    void DeleteNode(INode* node, BOOL /*redraw*/, BOOL /*overrideSlaves*/) override {
+        Scene::Current().DeleteNode(dynamic_cast<SceneNode*>(node));
+    }
+    MtlBaseLib* GetSceneMtls() override;
+
+    BOOL SetQuietMode(BOOL on) override { return std::exchange(quiet_, on); }
+    BOOL GetQuietMode(BOOL /*checkServerMode*/) override { return quiet_; }
+    LogSys* Log() override { return &log_; }
+    DWORD GetMainThreadID() override { return mainThread_; }
+    float GetRendImageAspect() override;
+    int GetRendWidth() override { return Scene::Current().renderWidth; }
+    int GetRendHeight() override { return Scene::Current().renderHeight; }
+    void ForceCompleteRedraw(BOOL /*force*/) override { ++redraws; }
+
+    void RegisterDlgWnd(HWND dialog) override { dialogs.push_back(dialog); }
+    int UnRegisterDlgWnd(HWND dialog) override { return std::erase(dialogs, dialog) > 0; }
+
+  private:
+    MSTR fileName_, filePath_;
+    std::wstring dir_;
+    SceneMaterials materials_;
+    SystemLog log_;
+    BOOL quiet_ = FALSE;
+    DWORD mainThread_ =
+        static_cast<DWORD>(std::hash<std::thread::id>()(std::this_thread::get_id()));
+};
+
+MSTR& CoreInterface::GetCurFileName() {
+    Scene::Current().faults.Check(Call::GetCurFileName);
+    fileName_ = MSTR(std::wstring(FileNameOf(Scene::Current().filePath)));
+    return fileName_;
+}
+
+MSTR& CoreInterface::GetCurFilePath() {
+    Scene::Current().faults.Check(Call::GetCurFilePath);
+    filePath_ = MSTR(Scene::Current().filePath);
+    return filePath_;
+}
+
+const MCHAR* CoreInterface::GetDir(int id) {
+    Scene& scene = Scene::Current();
+    scene.faults.Check(Call::GetDir);
+    const auto found = scene.directories.find(id);
+    dir_ = found == scene.directories.end() ? L"" : found->second;
+    return dir_.c_str();
+}
+
+BOOL CoreInterface::ExportToFile(const MCHAR* name, BOOL /*suppressPrompts*/, DWORD /*options*/,
+                                 Class_ID* exporterID) {
+    return name && ExportFile(name, exporterID) ? TRUE : FALSE;
+}
+
+Texmap* CoreInterface::GetEnvironmentMap() {
+    Scene::Current().faults.Check(Call::GetEnvironmentMap);
+    return Scene::Current().environmentMap.Get();
+}
+
+Point3 CoreInterface::GetBackGround(TimeValue /*t*/, Interval& /*valid*/) {
+    Scene::Current().faults.Check(Call::GetBackGround);
+    return Scene::Current().background;
+}
+
+Point3 CoreInterface::GetAmbient(TimeValue /*t*/, Interval& /*valid*/) {
+    return Scene::Current().ambient;
+}
+
+ReferenceTarget* CoreInterface::GetCurrentRenderer(bool /*createDefault*/) {
+    Scene::Current().faults.Check(Call::GetCurrentRenderer);
+    return Scene::Current().renderer.Get();
+}
+
+INode* CoreInterface::GetINodeByName(const MCHAR* name) {
+    return name ? Scene::Current().FindByName(name) : nullptr;
+}
+
+INode* CoreInterface::GetSelNode(int i) {
+    const auto nodes = Scene::Current().Selection();
+    const bool inside = i >= 0 && i < static_cast<int>(nodes.size());
+    return inside ? nodes[static_cast<size_t>(i)] : nullptr;
+}
+
+void CoreInterface::SelectNode(INode* node, int clearSelection) {
+    if (clearSelection)
+        Scene::Current().ClearSelection();
+    Scene::Current().Select(dynamic_cast<SceneNode*>(node));
+}
+
+MtlBaseLib* CoreInterface::GetSceneMtls() {
+    Scene::Current().faults.Check(Call::GetSceneMtls);
+    return &materials_;
+}
+
+float CoreInterface::GetRendImageAspect() {
+    const Scene& scene = Scene::Current();
+    return scene.renderHeight == 0 ? 1
+                                   : static_cast<float>(scene.renderWidth) * scene.pixelAspect /
+                                         static_cast<float>(scene.renderHeight);
+}
+
+class FileResolution final : public IFileResolutionManager {
+  public:
+    MSTR GetFullFilePath(const MCHAR* fileName, MaxSDK::AssetManagement::AssetType /*type*/,
+                         bool /*byPassCache*/) override;
+};
+
+MSTR FileResolution::GetFullFilePath(const MCHAR* fileName,
+                                     MaxSDK::AssetManagement::AssetType /*type*/,
+                                     bool /*byPassCache*/) {
+    const Scene& scene = Scene::Current();
+    scene.faults.Check(Call::GetFullFilePath);
+    if (!fileName || !*fileName || !scene.findsFiles)
+        return MSTR();
+    const std::wstring asStored = fileName;
+    if (FileExists(asStored))
+        return MSTR(asStored);
+    std::vector<std::wstring> folders;
+    if (const auto folder = FolderOf(scene.filePath); !folder.empty())
+        folders.emplace_back(folder);
+    for (const std::wstring& path : scene.mapPaths)
+        folders.push_back(IsAbsolutePath(path) || scene.baseFolder.empty()
+                              ? path
+                              : JoinPath(scene.baseFolder, path));
+    for (const std::wstring& folder : folders) {
+        if (!IsAbsolutePath(asStored))
+            if (const std::wstring whole = JoinPath(folder, asStored); FileExists(whole))
+                return MSTR(whole);
+        if (const std::wstring named = JoinPath(folder, FileNameOf(asStored)); FileExists(named))
+            return MSTR(named);
+    }
+    return MSTR();
+}
+
+class InstanceManager final : public IInstanceMgr {
+  public:
+    unsigned long GetInstances(INode& node, INodeTab& instances) override {
+        instances.ZeroCount();
+        for (INode* user : Scene::Current().NodesOf(node.GetObjectRef()))
+            instances.Append(1, &user);
+        return static_cast<unsigned long>(instances.Count());
+    }
+};
+
+/// Metres of one unit of each type, in the order of the UNITS_ numbers.
+constexpr double metres[] = {0.0254, 0.3048, 1609.344, 0.001, 0.01, 1, 1000};
+
+} // namespace
+
+std::vector<HostLogLine>& HostLog() {
+    static std::vector<HostLogLine> lines;
+    return lines;
+}
+
+void SetHostWindow(HWND window) {
+    hostWindow = window;
+}
+
+const std::vector<HWND>& RegisteredDialogs() {
+    return dialogs;
+}
+
+int RedrawCount() {
+    return redraws;
+}
+
+} // namespace simhost
+
+using simhost::Scene;
+
+Interface* GetCOREInterface() {
+    static simhost::CoreInterface core;
+    return &core;
+}
+
+IFileResolutionManager* IFileResolutionManager::GetInstance() {
+    static simhost::FileResolution manager;
+    return &manager;
+}
+
+IInstanceMgr* IInstanceMgr::GetInstanceMgr() {
+    static simhost::InstanceManager manager;
+    return &manager;
+}
+
+double GetSystemUnitScale(int unit) {
+    const Scene& scene = Scene::Current();
+    if (scene.unitScaleOverride)
+        return *scene.unitScaleOverride;
+    if (unit < UNITS_INCHES || unit > UNITS_KILOMETERS)
+        return -1;
+    return simhost::metres[scene.unitType] * scene.unitScale / simhost::metres[unit];
+}
+
+void GetSystemUnitInfo(int* type, float* scale) {
+    if (type)
+        *type = Scene::Current().unitType;
+    if (scale)
+        *scale = Scene::Current().unitScale;
+}
+
+void DisableAccelerators() {
+    ++simhost::acceleratorLocks;
+}
+
+void EnableAccelerators() {
+    simhost::acceleratorLocks = std::max(simhost::acceleratorLocks - 1, 0);
+}
+
+BOOL AcceleratorsEnabled() {
+    return simhost::acceleratorLocks == 0;
+}

@@ -1,0 +1,107 @@
+#include "simhost/scene/materials.h"
+
+namespace simhost {
+
+void SceneMultiMtl::GetSubMtlName(int i, MSTR& subName) {
+    ParamPlace place = FindParam(L"names");
+    place.element = i;
+    const Scalar* s = i >= 0 ? Get(place) : nullptr;
+    const auto* text = s ? std::get_if<Text>(s) : nullptr;
+    subName = text && *text ? MSTR(**text) : MSTR();
+}
+
+void SceneMultiMtl::SetNumSubMtls(int count) {
+    for (const wchar_t* list : {L"materialList", L"names", L"materialIDList", L"mapEnabled"}) {
+        const ParamPlace place = FindParam(list);
+        if (!place.Known())
+            continue;
+        const auto& block = Blocks()[static_cast<size_t>(place.block)];
+        Table table = std::get<Table>(block->Value(place.index));
+        const bool ids = place.index == FindParam(L"materialIDList").index;
+        const bool flags = place.index == FindParam(L"mapEnabled").index;
+        while (static_cast<int>(table.size()) < count) {
+            if (ids)
+                table.emplace_back(static_cast<int>(table.size()));
+            else if (flags)
+                table.emplace_back(1);
+            else
+                table.push_back(ZeroOf(TypeOf(place)));
+        }
+        table.resize(static_cast<size_t>(count));
+        block->Put(place.index, std::move(table));
+    }
+}
+
+const MCHAR* SceneBitmapTex::GetMapName() {
+    faults.Check(Call::GetMapName);
+    const Text* path = String(L"fileName");
+    return path && *path ? (*path)->c_str() : L"";
+}
+
+void SceneBitmapTex::SetMapName(const MCHAR* mapName) {
+    const ParamPlace place = FindParam(L"fileName");
+    if (place.Known())
+        Set(place, Scalar(Text(mapName ? mapName : L"")));
+}
+
+const MaxSDK::AssetManagement::AssetUser& SceneBitmapTex::GetMap() {
+    faults.Check(Call::GetMap);
+    const Text* path = String(L"fileName");
+    asset_ = {MSTR(path && *path ? (*path)->c_str() : L""), MaxSDK::AssetManagement::kBitmapAsset};
+    return asset_;
+}
+
+StdUVGen* SceneBitmapTex::GetUVGen() {
+    faults.Check(Call::GetUVGen);
+    return dynamic_cast<StdUVGen*>(SubObject(L"uvgen"));
+}
+
+TextureOutput* SceneBitmapTex::GetTexout() {
+    faults.Check(Call::GetTexout);
+    return dynamic_cast<TextureOutput*>(SubObject(L"output"));
+}
+
+float SceneUVGen::GetUOffs(TimeValue /*t*/) {
+    return Float(L"U_Offset");
+}
+float SceneUVGen::GetVOffs(TimeValue /*t*/) {
+    return Float(L"V_Offset");
+}
+float SceneUVGen::GetUScl(TimeValue /*t*/) {
+    return Float(L"U_Tiling", 1);
+}
+float SceneUVGen::GetVScl(TimeValue /*t*/) {
+    return Float(L"V_Tiling", 1);
+}
+float SceneUVGen::GetUAng(TimeValue /*t*/) {
+    return Float(L"U_Angle");
+}
+float SceneUVGen::GetVAng(TimeValue /*t*/) {
+    return Float(L"V_Angle");
+}
+float SceneUVGen::GetWAng(TimeValue /*t*/) {
+    return Float(L"W_Angle");
+}
+
+int SceneUVGen::GetTextureTiling() {
+    return (Int(L"U_Tile", 1) ? U_WRAP : 0) | (Int(L"V_Tile", 1) ? V_WRAP : 0) |
+           (Int(L"U_Mirror") ? U_MIRROR : 0) | (Int(L"V_Mirror") ? V_MIRROR : 0);
+}
+
+int SceneUVGen::GetMapChannel() {
+    return Int(L"mapChannel", 1);
+}
+
+BOOL SceneUVGen::GetUseRealWorldScale() {
+    return Int(L"realWorldScale") != 0;
+}
+
+float SceneTextureOutput::GetOutputLevel(TimeValue /*t*/) {
+    return Float(L"Output_Amount", 1);
+}
+
+BOOL SceneTextureOutput::GetInvert() {
+    return Int(L"Invert") != 0;
+}
+
+} // namespace simhost

@@ -1,0 +1,139 @@
+// What scripts and users do to a scene: copies, groups, collapsing stacks, resetting transforms.
+#include "simhost/scene/derived_object.h"
+#include "simhost/scene/scene.h"
+
+namespace simhost {
+
+Object* Scene::CloneObject(Object* object) {
+    if (auto* stack = dynamic_cast<DerivedObject*>(object)) {
+        auto copy = std::make_unique<DerivedObject>(CloneObject(stack->Base()),
+                                                    stack->InWorldSpace() ? WSM_DERIVOB_CLASS_ID
+                                                                          : GEN_DERIVOB_CLASS_ID);
+        for (const auto& modifier : stack->Modifiers())
+            if (modifier.Get())
+                copy->AddModifier(Own(modifier.Get()->CloneModifier()), -1);
+        copy->faults = stack->faults;
+        return Own(std::move(copy));
+    }
+    const auto* described = dynamic_cast<SceneObject*>(object);
+    return described ? Own(described->Clone()) : object;
+}
+
+SceneNode* Scene::TwinOf(SceneNode& node, Object* object) {
+    SceneNode* twin = CreateNode(UniqueName(node.Name()), object, node.Parent());
+    twin->flags = node.flags;
+    twin->visibility = node.visibility;
+    twin->layer = node.layer;
+    twin->userProps = node.userProps;
+    twin->faults = node.faults;
+    twin->offset = node.offset;
+    twin->SetLocalTM(node.LocalTM());
+    twin->SetMtl(node.Material());
+    twin->SetTarget(node.target_.Get());
+    twin->SetWireColor(node.wireColor_);
+    twin->SetSpaceStack(node.SpaceStack());
+    return twin;
+}
+
+SceneNode* Scene::CopyNode(SceneNode& node) {
+    return TwinOf(node, CloneObject(node.ObjectRef()));
+}
+
+SceneNode* Scene::InstanceNode(SceneNode& node) {
+    return TwinOf(node, node.ObjectRef());
+}
+
+SceneNode* Scene::ReferenceNode(SceneNode& node) {
+    return TwinOf(node, Own(std::make_unique<DerivedObject>(node.ObjectRef())));
+}
+
+void Scene::AddModifier(SceneNode& node, SceneModifier* modifier) {
+    Object* object = node.ObjectRef();
+    if (auto* stack = dynamic_cast<DerivedObject*>(object)) {
+        stack->AddModifier(modifier);
+        Touch();
+        return;
+    }
+    auto* stack = Own(std::make_unique<DerivedObject>(object));
+    stack->AddModifier(modifier);
+    for (SceneNode* user : NodesOf(object))
+        user->SetObjectRef(stack);
+}
+
+SceneNode* Scene::Group(const std::vector<SceneNode*>& members, std::wstring_view name) {
+    if (members.empty())
+        return nullptr;
+    auto* dummy = dynamic_cast<Object*>(Create(L"Dummy", HELPER_CLASS_ID));
+    SceneNode* head = CreateNode(name, dummy, members.front()->Parent());
+    head->flags.groupHead = true;
+    Point3 middle;
+    for (SceneNode* member : members)
+        middle += member->WorldTM().GetTrans() / static_cast<float>(members.size());
+    Matrix3 place;
+    place.SetTrans(middle);
+    head->SetNodeTM(time, place);
+    for (SceneNode* member : members) {
+        SetParent(*member, head, true);
+        member->flags.groupMember = true;
+    }
+    return head;
+}
+
+bool Scene::Ungroup(SceneNode* head) {
+    if (!head || !head->flags.groupHead)
+        return false;
+    SceneNode* above = head->Parent();
+    const std::vector<SceneNode*> members = head->Children();
+    for (SceneNode* member : members) {
+        SetParent(*member, above, true);
+        // Within an outer group the members become its members.
+        member->flags.groupMember = head->flags.groupMember;
+    }
+    DeleteNode(head);
+    return true;
+}
+
+bool Scene::CollapseTo(SceneNode& node, std::wstring_view className) {
+    Mesh mesh;
+    Object* object = node.EvalWorldState(time).obj;
+    if (!object || !object->CanConvertToType(triObjectClassID) || !MeshOf(object, mesh))
+        return false;
+    auto* made = Create(className, GEOMOBJECT_CLASS_ID);
+    if (auto* plain = dynamic_cast<SceneMesh*>(made))
+        plain->mesh = std::move(mesh);
+    else if (auto* poly = dynamic_cast<SceneGeometry*>(made))
+        poly->ownMesh = std::make_unique<Mesh>(std::move(mesh));
+    else
+        return false;
+    node.SetObjectRef(dynamic_cast<Object*>(made));
+    node.SetSpaceStack(nullptr);
+    return true;
+}
+
+bool Scene::CollapseStack(SceneNode& node) {
+    const bool modified = dynamic_cast<DerivedObject*>(node.ObjectRef()) || node.SpaceStack();
+    return modified && CollapseToMesh(node);
+}
+
+void Scene::ResetXForm(SceneNode& node) {
+    auto* xform = dynamic_cast<SceneModifier*>(Create(L"XForm", OSM_CLASS_ID));
+    if (!xform)
+        return;
+    std::vector<std::pair<SceneNode*, Matrix3>> places;
+    for (SceneNode* child : node.Children())
+        places.emplace_back(child, child->WorldTM());
+    const Matrix3 object = node.GetObjectTM(time);
+    Matrix3 straight; // the node keeps its place and loses turn and scale
+    straight.SetTrans(node.WorldTM().GetTrans());
+    xform->matrix = object * Inverse(straight);
+    node.SetNodeTM(time, straight);
+    node.offset = {};
+    // A stack of this node's own: its instances keep their shape.
+    auto* stack = Own(std::make_unique<DerivedObject>(node.ObjectRef()));
+    stack->AddModifier(xform);
+    node.SetObjectRef(stack);
+    for (const auto& [child, place] : places)
+        child->SetNodeTM(time, place);
+}
+
+} // namespace simhost
