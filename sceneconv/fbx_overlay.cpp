@@ -1,0 +1,209 @@
+// What the import library loses of an FBX file: it makes names unique, merges object offsets into
+// nodes, knows no material ids, targets, hidden nodes and no host classes.
+#include "sceneconv/fbx_attributes.h"
+#include "sceneconv/fbx_transform.h"
+#include "sceneconv/source_scene.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+namespace sceneconv {
+
+namespace {
+
+std::vector<const FbxObject*> PlainSources(const FbxObject& object, std::string_view kind) {
+    std::vector<const FbxObject*> found;
+    for (const FbxConnection& source : object.Sources()) {
+        if (source.property.empty() && source.object->kind == kind) {
+            found.push_back(source.object);
+        }
+    }
+    return found;
+}
+
+/// The library appends digits to a name that it has seen before.
+bool MayBeNamed(const std::string& libraryName, const std::string& name) {
+    constexpr std::size_t longest = 1000; // the library cuts names at 1023 bytes
+    return libraryName.starts_with(name.substr(0, longest));
+}
+
+/// Tells materials of one name apart by the numbers among their host parameters.
+bool Resembles(const aiMaterial& library, const FbxObject& material) {
+    for (const FbxProperty& property : material.properties) {
+        const bool number =
+            property.values.size() == 1 && !std::holds_alternative<std::string>(property.values[0]);
+        float value = 0;
+        if (number && property.name.starts_with("3dsMax|") &&
+            (library.Get(("$raw." + property.name).c_str(), 0, 0, value) != AI_SUCCESS ||
+             std::abs(property.Number() - value) > 1e-5 * std::abs(property.Number()))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+class FbxOverlay {
+  public:
+    explicit FbxOverlay(SourceScene& scene)
+        : scene_(scene), children_(ChildLists(scene.nodes)), models_(scene.nodes.size()) {}
+
+    /// False when a part of the library's tree is not the file's; that part stays as it is.
+    bool Apply() {
+        scene_.dropRoot = true;
+        scene_.nodes.front().local = Matrix();
+        models_.front() = &scene_.fbx->Root();
+        bool complete = true;
+        for (std::size_t i = 0; i < scene_.nodes.size(); ++i) {
+            if (models_[i]) {
+                complete = MatchChildren(i) && complete;
+            }
+        }
+        for (std::size_t i = 1; i < scene_.nodes.size(); ++i) {
+            if (models_[i]) {
+                Fill(scene_.nodes[i], *models_[i]);
+            }
+        }
+        return complete;
+    }
+
+  private:
+    SourceNode& Node(int index) { return scene_.nodes[static_cast<std::size_t>(index)]; }
+
+    bool MatchChildren(std::size_t parent) {
+        const std::vector<const FbxObject*> models = PlainSources(*models_[parent], "Model");
+        const std::vector<int>& nodes = children_[parent];
+        if (models.size() != nodes.size()) {
+            return false;
+        }
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            if (!MayBeNamed(Node(nodes[i]).name, models[i]->name)) {
+                return false;
+            }
+        }
+        for (std::size_t i = 0; i < nodes.size(); ++i) {
+            models_[static_cast<std::size_t>(nodes[i])] = models[i];
+            nodeOf_[models[i]] = nodes[i];
+        }
+        return true;
+    }
+
+    void Fill(SourceNode& node, const FbxObject& model) {
+        node.name = model.name;
+        if (const Matrix local = FbxLocalTransform(model); IsFinite(local)) {
+            node.local = local;
+        }
+        if (const Matrix offset = FbxGeometricTransform(model); IsFinite(offset)) {
+            node.objectOffset = offset;
+        }
+        node.hidden = model.Integer("Show", 1) == 0 || model.Number("Visibility", 1) == 0;
+        if (const FbxProperty* properties = model.FindOwn("UDP3DSMAX")) {
+            node.userProperties = properties->Text();
+        }
+        FillMaterials(node, model);
+        FillWireColor(node, model);
+        FillAttribute(node, model);
+        for (const FbxConnection& source : model.Sources()) {
+            const auto target = nodeOf_.find(source.object);
+            if (source.property == "LookAtProperty" && target != nodeOf_.end()) {
+                node.target = target->second;
+            }
+        }
+    }
+
+    /// The file's own list by id; a piece finds its place in it by the material's name.
+    void FillMaterials(SourceNode& node, const FbxObject& model) {
+        const std::vector<MaterialSource> split = std::move(node.materials);
+        node.materials.clear();
+        for (const FbxObject* material : PlainSources(model, "Material")) {
+            node.materials.push_back({material, -1});
+        }
+        std::vector<int> idOf;
+        for (const MaterialSource& piece : split) {
+            idOf.push_back(MaterialId(node, piece.library));
+        }
+        for (MeshPiece& piece : node.pieces) {
+            piece.materialId = idOf[static_cast<std::size_t>(piece.materialId)];
+        }
+    }
+
+    int MaterialId(SourceNode& node, int libraryIndex) {
+        if (libraryIndex < 0) {
+            return 0; // faces without a material
+        }
+        const aiMaterial& wanted = *scene_.library->mMaterials[libraryIndex];
+        std::optional<std::size_t> found;
+        for (std::size_t i = 0; i < node.materials.size(); ++i) {
+            const MaterialSource& material = node.materials[i];
+            if (material.library >= 0 || material.fbx->name != wanted.GetName().C_Str()) {
+                continue;
+            }
+            if (!found || Resembles(wanted, *material.fbx)) {
+                found = i;
+            }
+        }
+        if (found) {
+            node.materials[*found].library = libraryIndex;
+        }
+        return static_cast<int>(found.value_or(0));
+    }
+
+    static void FillWireColor(SourceNode& node, const FbxObject& model) {
+        const FbxObject* geometry = model.Source("Geometry");
+        const FbxProperty* color = geometry ? geometry->FindOwn("Color") : nullptr;
+        if (color) {
+            std::array<int, 3> wire{};
+            for (std::size_t i = 0; i < 3; ++i) {
+                wire[i] =
+                    static_cast<int>(std::lround(std::clamp(color->Number(i), 0.0, 1.0) * 255));
+            }
+            node.wireColor = wire;
+        }
+    }
+
+    static void FillAttribute(SourceNode& node, const FbxObject& model) {
+        node.camera.reset();
+        node.light.reset();
+        const FbxObject* attribute = model.Source("NodeAttribute");
+        if (attribute && attribute->subclass == "Camera") {
+            node.camera = FbxCamera(*attribute);
+        } else if (attribute && attribute->subclass == "Light") {
+            node.light = FbxLight(*attribute);
+        }
+    }
+
+    SourceScene& scene_;
+    std::vector<std::vector<int>> children_;
+    std::vector<const FbxObject*> models_;
+    std::map<const FbxObject*, int> nodeOf_;
+};
+
+Unit FbxUnit(double centimeters, Warnings& warnings) {
+    static const std::map<double, std::string> names = {
+        {0.1, "millimeters"}, {1.0, "centimeters"}, {2.54, "inches"},      {30.48, "feet"},
+        {100.0, "meters"},    {160934.4, "miles"},  {100000, "kilometers"}};
+    for (const auto& [size, name] : names) {
+        if (std::abs(centimeters - size) < 1e-6 * size) {
+            return {name, 1};
+        }
+    }
+    if (!std::isfinite(centimeters) || centimeters <= 0) {
+        warnings.Add("the file's unit makes no sense; taken as centimeters");
+        return {"centimeters", 1};
+    }
+    return {"centimeters", centimeters};
+}
+
+} // namespace
+
+void OverlayFbx(SourceScene& scene, Warnings& warnings) {
+    const FbxObject& settings = scene.fbx->Settings();
+    scene.toHost = FbxAxesToHost(settings);
+    scene.unit = FbxUnit(settings.Number("UnitScaleFactor", 1), warnings);
+    if (!FbxOverlay(scene).Apply()) {
+        warnings.Add("some nodes could not be found in the FBX records; their pivots, exact names "
+                     "and host parameters are missing");
+    }
+}
+
+} // namespace sceneconv

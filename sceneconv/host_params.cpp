@@ -1,0 +1,274 @@
+#include "sceneconv/host_params.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <cstdio>
+#include <iterator>
+#include <map>
+
+namespace sceneconv {
+
+namespace {
+
+constexpr std::string_view kPrefix = "3dsMax|";
+
+/// A property's place: block, name, and the index when it is one entry of a table.
+struct Place {
+    std::string block;
+    std::string name;
+    int index = -1;
+};
+
+std::optional<Place> PlaceOf(std::string_view property) {
+    if (!property.starts_with(kPrefix)) {
+        return std::nullopt;
+    }
+    property.remove_prefix(kPrefix.size());
+    const std::size_t cut = property.find('|');
+    if (cut == std::string_view::npos) {
+        return std::nullopt;
+    }
+    Place place{std::string(property.substr(0, cut)), std::string(property.substr(cut + 1)), -1};
+    const std::size_t last = place.name.rfind('|');
+    const std::string tail = last == std::string::npos ? "" : place.name.substr(last + 1);
+    if (!tail.empty() && tail.size() < 7 &&
+        std::all_of(tail.begin(), tail.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+        place.index = std::stoi(tail);
+        place.name.resize(last);
+    }
+    return place;
+}
+
+std::string Lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), [](char c) {
+        return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    });
+    return text;
+}
+
+struct TypeRow {
+    const char* fbx;
+    const char* host;
+};
+
+constexpr TypeRow kTypes[] = {
+    {"Float", "float"},
+    {"float", "float"},
+    {"double", "float"},
+    {"Number", "float"},
+    {"Real", "float"},
+    {"FieldOfView", "float"},
+    {"Integer", "int"},
+    {"int", "int"},
+    {"Short", "int"},
+    {"enum", "int"},
+    {"Enum", "int"},
+    {"Long", "int"},
+    {"Bool", "bool"},
+    {"bool", "bool"},
+    {"ColorAndAlpha", "frgba"},
+    {"Color", "rgba"},
+    {"ColorRGB", "rgba"},
+    {"ColorRGBA", "frgba"},
+    {"Vector3D", "point3"},
+    {"Vector", "point3"},
+    {"Vector2D", "point2"},
+    {"Vector4D", "point4"},
+    {"KString", "string"},
+    {"Url", "filename"},
+    {"XRefUrl", "filename"},
+    {"KTime", "timevalue"},
+    {"Time", "timevalue"},
+    {"Reference", "reference"},
+    {"object", "reference"},
+};
+
+/// The host's type; empty for a property that holds no value (Compound and the like).
+std::string TypeOf(const FbxProperty& property) {
+    const auto* row = std::find_if(std::begin(kTypes), std::end(kTypes),
+                                   [&](const TypeRow& r) { return property.type == r.fbx; });
+    std::string type = row == std::end(kTypes) ? "" : row->host;
+    if (type == "string" && (property.label == "Url" || property.label == "XRefUrl" ||
+                             Lower(property.name).find("file") != std::string::npos)) {
+        return "filename";
+    }
+    return type;
+}
+
+/// What an empty reference would refer to: its name is all there is to tell.
+std::string EmptyReferenceType(const std::string& name) {
+    const std::string lower = Lower(name);
+    const auto has = [&](const char* part) { return lower.find(part) != std::string::npos; };
+    if (has("mtl") || has("material")) {
+        return "mtl";
+    }
+    return has("map") || has("tex") ? "texmap" : "reftarg";
+}
+
+Json Numbers(const FbxProperty& property, std::size_t count) {
+    Json list = Json::array();
+    for (std::size_t i = 0; i < count; ++i) {
+        // A colour that lost its alpha is opaque.
+        list.push_back(i < property.values.size() ? Tidy(property.Number(i)) : 1.0);
+    }
+    return list;
+}
+
+Json ValueOf(const FbxProperty& property, const std::string& type) {
+    constexpr std::int64_t ktimeInTick = 9622116; // 46186158000 and 4800 in a second
+    if (type == "float") {
+        return Tidy(property.Number());
+    }
+    if (type == "int") {
+        return static_cast<std::int32_t>(property.Integer());
+    }
+    if (type == "timevalue") {
+        return static_cast<std::int32_t>(property.Integer() / ktimeInTick);
+    }
+    if (type == "bool") {
+        return property.Integer() != 0;
+    }
+    if (type == "string" || type == "filename") {
+        return ToUtf8(property.Text());
+    }
+    return Numbers(property, type == "point2" ? 2 : type == "frgba" || type == "point4" ? 4 : 3);
+}
+
+class BlockCollector {
+  public:
+    BlockCollector(const FbxObject& object, const Reference& reference)
+        : object_(object), reference_(reference) {}
+
+    Json Collect() {
+        for (const FbxProperty& property : object_.properties) {
+            const std::optional<Place> place = PlaceOf(property.name);
+            const std::string type = TypeOf(property);
+            if (place && type == "reference") {
+                Put(*place, EmptyReferenceType(place->name), nullptr);
+            } else if (place && !type.empty()) {
+                Put(*place, type, ValueOf(property, type));
+            }
+        }
+        for (const FbxConnection& source : object_.Sources()) {
+            const std::optional<Place> place = PlaceOf(source.property);
+            if (place) {
+                Put(*place, source.object->kind == "Material" ? "mtl" : "texmap",
+                    reference_(*source.object));
+            }
+        }
+        return std::move(blocks_);
+    }
+
+  private:
+    /// Later values win: connections come behind the empty references that they fill.
+    void Put(const Place& place, const std::string& type, Json value) {
+        Json& params = Entry(blocks_, blockPlaces_, place.block)["params"];
+        Json& param = Entry(params, paramPlaces_[place.block], place.name);
+        if (place.index < 0) {
+            param["type"] = type;
+            param["value"] = std::move(value);
+            return;
+        }
+        constexpr std::size_t longest = 10000;
+        const auto index = static_cast<std::size_t>(place.index);
+        param["type"] = type + "_tab";
+        Json& list = param["value"];
+        if (!list.is_array()) {
+            list = Json::array();
+        }
+        while (list.size() <= index && list.size() < longest) {
+            list.push_back(value); // gaps do not happen; one would repeat the next entry
+        }
+        if (index < longest) {
+            list[index] = std::move(value);
+        }
+    }
+
+    using Places = std::map<std::string, std::size_t>;
+
+    static Json& Entry(Json& list, Places& places, const std::string& name) {
+        if (!list.is_array()) {
+            list = Json::array();
+        }
+        const auto [place, isNew] = places.try_emplace(name, list.size());
+        if (isNew) {
+            list.push_back({{"name", ToUtf8(name)}});
+        }
+        return list[place->second];
+    }
+
+    const FbxObject& object_;
+    const Reference& reference_;
+    Json blocks_ = Json::array();
+    Places blockPlaces_;
+    std::map<std::string, Places> paramPlaces_;
+};
+
+std::string Hex(std::uint32_t value) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "0x%08x", value);
+    return text.data();
+}
+
+Json SuperClassName(std::uint32_t super) {
+    switch (super) {
+    case 0x20:
+        return "camera";
+    case 0x30:
+        return "light";
+    case 0xc00:
+        return "material";
+    default:
+        return super;
+    }
+}
+
+/// Slots of a class that is not in the catalogue: its texture parameters, with the switch that
+/// the host's classes usually have beside them.
+Json SlotList(const Json& blocks) {
+    Json slots = Json::array();
+    for (const Json& block : blocks) {
+        for (const Json& param : block["params"]) {
+            if (param["type"] != "texmap") {
+                continue;
+            }
+            const std::string& name = param["name"].get_ref<const std::string&>();
+            Json slot = {{"name", name}, {"param", name}};
+            for (const Json& other : block["params"]) {
+                if (other["type"] == "bool" &&
+                    (other["name"] == name + "_on" || other["name"] == name + "On")) {
+                    slot["on_param"] = other["name"];
+                }
+            }
+            slots.push_back(std::move(slot));
+        }
+    }
+    return slots;
+}
+
+} // namespace
+
+Json HostBlocks(const FbxObject& object, const Reference& reference) {
+    return BlockCollector(object, reference).Collect();
+}
+
+Json HostEntry(const FbxObject& object, const HostClass& hostClass, const std::string& name,
+               const Reference& reference) {
+    Json blocks = HostBlocks(object, reference);
+    Json entry;
+    const std::string ids = Hex(hostClass.partA) + "," + Hex(hostClass.partB);
+    entry["class"] = hostClass.name.empty() ? "Class " + ids : hostClass.name;
+    if (!name.empty()) {
+        entry["name"] = ToUtf8(name);
+    }
+    if (hostClass.name.empty()) {
+        entry["class_id"] = {hostClass.partA, hostClass.partB};
+        entry["super_class"] = SuperClassName(hostClass.super);
+        entry["slot_list"] = SlotList(blocks);
+    }
+    entry["blocks"] = std::move(blocks);
+    return entry;
+}
+
+} // namespace sceneconv

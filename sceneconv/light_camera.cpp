@@ -1,0 +1,126 @@
+#include "sceneconv/light_camera.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace sceneconv {
+
+namespace {
+
+// CoronaLight's own numbers.
+enum Shape { kSphere = 0, kRectangle = 1, kDisk = 2 };
+enum IntensityUnit { kCandela = 2, kLux = 3 };
+
+// What the host gives a new photometric light; other formats' strength 1 is taken for it.
+constexpr double kUsualCandela = 1500;
+// A sun of strength 1 gives about this much.
+constexpr double kSunLux = 100000;
+// Lights without a size get a small one.
+constexpr double kBulbMetres = 0.05;
+
+double MetresIn(const Unit& unit) {
+    static const std::map<std::string, double> sizes = {
+        {"millimeters", 0.001}, {"centimeters", 0.01}, {"meters", 1},      {"kilometers", 1000},
+        {"inches", 0.0254},     {"feet", 0.3048},      {"miles", 1609.344}};
+    return sizes.at(unit.type) * unit.scale;
+}
+
+/// Unknown classes cannot stand beside ours, so they are known by the host's blocks alone.
+std::optional<Json> HostObject(const FbxObject* from, const Reference& reference) {
+    const std::optional<HostClass> hostClass = from ? HostClassOf(*from) : std::nullopt;
+    if (!hostClass) {
+        return std::nullopt;
+    }
+    Json object = HostEntry(*from, *hostClass, "", reference);
+    // The file holds all of them; a second set of other names would only hide them.
+    object["replace_blocks"] = true;
+    return object;
+}
+
+Json SunObject(const Light& light) {
+    return {{"class", "CoronaSun"},
+            {"params",
+             {{"on", light.on},
+              {"intensity",
+               Tidy(light.unit == LightUnit::Lux ? light.intensity / kSunLux : light.intensity)},
+              {"colorDirect", ColorJson(light.color[0], light.color[1], light.color[2])}}}};
+}
+
+Json BulbObject(const Light& light, const Unit& unit, double targetDistance) {
+    const double bulb = kBulbMetres / MetresIn(unit);
+    const bool area = light.kind == LightKind::Area;
+    const bool spot = light.kind == LightKind::Spot;
+    Json params;
+    params["on"] = light.on;
+    params["shape"] = area ? kRectangle : spot ? kDisk : kSphere;
+    params["width"] = Tidy(area && light.width > 0 ? light.width : bulb);
+    params["height"] = Tidy(area && light.height > 0 ? light.height : bulb);
+    params["intensity"] =
+        Tidy(light.unit == LightUnit::Factor ? light.intensity * kUsualCandela : light.intensity);
+    params["intensityUnits"] = kCandela;
+    params["color"] = ColorJson(light.color[0], light.color[1], light.color[2]);
+    if (spot) {
+        // Full directionality is a beam, none the light of a plain disk.
+        const double cone = std::clamp(light.outerCone / (std::numbers::pi / 2), 0.0, 1.0);
+        params["directionality"] = Tidy(1 - cone);
+    }
+    if (targetDistance > 0) {
+        params["targeted"] = true;
+        params["targetDistance"] = Tidy(targetDistance);
+    }
+    return {{"class", "CoronaLight"}, {"params", std::move(params)}};
+}
+
+/// An orthographic view has no angle: the host makes its width from angle and target distance.
+void SetOrtho(Json& lens, double width, double targetDistance) {
+    constexpr double angle = std::numbers::pi / 4;
+    const double distance = targetDistance > 0 ? targetDistance : width / 2 / std::tan(angle / 2);
+    lens["fov"] = Tidy(2 * std::atan(width / 2 / distance));
+    lens["ortho"] = true;
+    lens["target_distance"] = Tidy(distance);
+}
+
+} // namespace
+
+Json LightObject(const Light& light, const Unit& unit, double targetDistance,
+                 const Reference& reference) {
+    if (std::optional<Json> object = HostObject(light.fbx, reference)) {
+        if (!light.on) {
+            (*object)["use_light"] = false;
+        }
+        return *object;
+    }
+    switch (light.kind) {
+    case LightKind::Directional:
+        return SunObject(light);
+    case LightKind::Ambient:
+        return {{"class", "Skylight"}};
+    default:
+        return BulbObject(light, unit, targetDistance);
+    }
+}
+
+Json CameraObject(const Camera& camera, double targetDistance, const Reference& reference) {
+    std::optional<Json> host = HostObject(camera.fbx, reference);
+    Json object = host ? std::move(*host) : Json{{"class", targetDistance > 0 ? "Target" : "Free"}};
+    Json lens;
+    const double distance = targetDistance > 0 ? targetDistance : camera.targetDistance;
+    const bool angleGiven = camera.fov > 0 && camera.fov < std::numbers::pi;
+    lens["fov"] = Tidy(angleGiven ? camera.fov : std::numbers::pi / 4);
+    if (distance > 0) {
+        lens["target_distance"] = Tidy(distance);
+    }
+    if (camera.ortho && camera.orthoWidth > 0 && std::isfinite(camera.orthoWidth)) {
+        SetOrtho(lens, camera.orthoWidth, distance);
+    }
+    if (camera.farClip > camera.nearClip) {
+        lens["manual_clip"] = true;
+        lens["near"] = Tidy(camera.nearClip);
+        lens["far"] = Tidy(camera.farClip);
+    }
+    object["camera"] = std::move(lens);
+    return object;
+}
+
+} // namespace sceneconv

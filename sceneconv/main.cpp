@@ -1,0 +1,47 @@
+// sceneconv INPUT OUTPUT.json: a scene of any common format as a scene file of the stand-in host.
+#include "sceneconv/guarded_run.h"
+#include "sceneconv/write_scene.h"
+
+#include <iostream>
+#include <new>
+
+namespace {
+
+constexpr int kUsage = 2;
+
+int ConvertAndReport(const std::filesystem::path& input, const std::filesystem::path& output) {
+    sceneconv::Warnings warnings;
+    try {
+        const sceneconv::Summary made = sceneconv::Convert(input, output, warnings);
+        for (const std::string& line : warnings.Lines()) {
+            std::cerr << "sceneconv: warning: " << line << '\n';
+        }
+        std::cout << output.string() << ": " << made.nodes << " nodes, " << made.objects
+                  << " objects, " << made.materials << " materials, " << made.maps << " maps\n";
+        return 0;
+    } catch (const sceneconv::ConvertError& error) {
+        std::cerr << "sceneconv: " << error.what() << '\n';
+    } catch (const std::bad_alloc&) {
+        std::cerr << "sceneconv: " << input.string()
+                  << ": is too large for this machine's memory\n";
+    } catch (const std::exception& error) {
+        std::cerr << "sceneconv: " << input.string() << ": " << error.what() << '\n';
+    }
+    return 1;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 3) {
+        std::cerr << "usage: sceneconv INPUT OUTPUT.json\n"
+                     "INPUT: FBX, glTF, OBJ, Collada or any other format that the Open Asset "
+                     "Import Library reads\n";
+        return kUsage;
+    }
+    const std::filesystem::path input = argv[1];
+    const std::filesystem::path output = argv[2];
+    return sceneconv::GuardedRun([&] { return ConvertAndReport(input, output); },
+                                 "sceneconv: " + input.string() +
+                                     ": the import library failed on this file, it is damaged\n");
+}

@@ -1,0 +1,81 @@
+#include "sceneconv/materials.h"
+
+#include "sceneconv/host_params.h"
+
+namespace sceneconv {
+
+Json Materials::OfNode(const SourceNode& node) {
+    if (node.materials.empty()) {
+        return nullptr;
+    }
+    if (node.materials.size() == 1) {
+        return One(node.materials.front());
+    }
+    Json subs = Json::array();
+    std::vector<std::string> key;
+    for (const MaterialSource& source : node.materials) {
+        subs.push_back(One(source));
+        key.push_back(subs.back().dump());
+    }
+    const auto [place, isNew] = multis_.try_emplace(key);
+    if (isNew) {
+        Json ids = Json::array();
+        for (std::size_t i = 0; i < subs.size(); ++i) {
+            ids.push_back(i);
+        }
+        // The source files know the materials of the faces, but no name for them together.
+        const std::string name = node.name + " materials";
+        place->second = Add(name, {{"class", "Multi/Sub-Object"},
+                                   {"name", ToUtf8(name)},
+                                   {"sub_materials", std::move(subs)},
+                                   {"sub_material_ids", std::move(ids)}});
+    }
+    return place->second;
+}
+
+Json Materials::OfFbx(const FbxObject& object) {
+    return object.kind == "Material" ? One({&object, -1}) : maps_.FromFbx(object);
+}
+
+Json Materials::One(const MaterialSource& source) {
+    if (source.IsNone()) {
+        return nullptr;
+    }
+    // An FBX material is the same one whether or not a mesh piece showed the library's view.
+    const MaterialSource key{source.fbx, source.fbx ? -1 : source.library};
+    const auto known = known_.find(key);
+    return known != known_.end() ? known->second : Convert(source);
+}
+
+Json Materials::Convert(const MaterialSource& source) {
+    const MaterialSource key{source.fbx, source.fbx ? -1 : source.library};
+    const std::optional<HostClass> hostClass = source.fbx ? HostClassOf(*source.fbx) : std::nullopt;
+    if (hostClass) {
+        // The reference is known before the entry: materials may refer to each other in rings.
+        const Json id = known_[key] = Add(source.fbx->name, nullptr);
+        const Reference reference = [this](const FbxObject& o) { return OfFbx(o); };
+        Json entry = HostEntry(*source.fbx, *hostClass, source.fbx->name, reference);
+        materials_[id.get<std::string>()] = std::move(entry);
+        return id;
+    }
+    if (source.library < 0) {
+        warnings_.Add("a material that no face uses is left out: " + source.fbx->name);
+        return nullptr;
+    }
+    const aiMaterial& from = *scene_.library->mMaterials[source.library];
+    std::string name = ToUtf8(source.fbx ? source.fbx->name : from.GetName().C_Str());
+    if (name.empty()) {
+        name = "Material " + std::to_string(source.library + 1);
+    }
+    return known_[key] =
+               Add(name, scene_.format == Format::Gltf ? GltfMaterial(from, name, maps_)
+                                                       : PhysicalMaterial(from, name, maps_));
+}
+
+Json Materials::Add(const std::string& name, Json entry) {
+    const std::string id = ids_.Next(ToUtf8(name));
+    materials_[id] = std::move(entry);
+    return id;
+}
+
+} // namespace sceneconv

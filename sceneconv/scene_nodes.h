@@ -1,0 +1,57 @@
+// The `objects` and `nodes` of the scene file.
+#pragma once
+
+#include "sceneconv/materials.h"
+#include "sceneconv/scene_json.h"
+#include "sceneconv/source_scene.h"
+
+#include <unordered_map>
+
+namespace sceneconv {
+
+/// Objects by what they hold: equal meshes are one object, since the host's FBX files (and most
+/// others) repeat the mesh of an instance for every node.
+class Objects {
+  public:
+    [[nodiscard]] Json AddMesh(const std::string& name, Json mesh);
+    [[nodiscard]] Json Add(const std::string& name, Json object);
+    [[nodiscard]] const Json& Entries() const { return objects_; }
+
+  private:
+    Json objects_ = Json::object();
+    Ids ids_;
+    std::unordered_map<std::size_t, std::vector<std::string>> meshes_;
+};
+
+class Nodes {
+  public:
+    Nodes(const SourceScene& scene, Objects& objects, Materials& materials, Warnings& warnings);
+
+    /// All nodes, parents before children.
+    [[nodiscard]] Json Write();
+
+  private:
+    struct Placed {
+        std::string id;
+        Matrix world; ///< in the source's axes, frame of a light or camera included
+        Matrix frame; ///< from the source node's own frame to the host's
+    };
+
+    [[nodiscard]] bool IsDropped(std::size_t index) const { return index == 0 && scene_.dropRoot; }
+    void Place();
+    [[nodiscard]] Json WriteNode(std::size_t index);
+    [[nodiscard]] Json LocalTransform(std::size_t index) const;
+    void AddObjects(Json& node, std::size_t index, Json& extra);
+    [[nodiscard]] double TargetDistance(std::size_t index) const;
+
+    const SourceScene& scene_;
+    Objects& objects_;
+    Materials& materials_;
+    Warnings& warnings_;
+    Ids ids_;
+    std::vector<Placed> placed_;
+    std::map<std::string, int> names_; ///< how many nodes of each name
+    std::set<int> isTarget_;           ///< the host gives these their object
+};
+
+} // namespace sceneconv
