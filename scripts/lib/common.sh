@@ -116,3 +116,11 @@ start_devservice() {
     service_ca=$(sed -n 's/.*"ca": *"\([^"]*\)".*/\1/p' "$ready" | head -n 1)
     cleanup_folders+=("$ready" "$log")
 }
+
+# start_test_service JOBS-FOLDER: the service as the tests under Wine expect it.
+start_test_service() {
+    start_devservice "$root/build/native-release/bin/devservice" \
+        --accounts "$root/devservice/accounts.example.json" --jobs "$1" --tls-faults
+    BRIMWAVE_DEVSERVICE_READY=$(windows_path "$service_ready")
+    export BRIMWAVE_DEVSERVICE_READY
+}
