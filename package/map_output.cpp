@@ -9,7 +9,7 @@
 namespace brimwave {
 namespace {
 
-constexpr ParamRow outputRows[] = {
+constexpr ParamRow outputBlockRows[] = {
     {L"outputAmount", L"output_amount"},
     {L"Output_Amount", L"output_amount"},
     {L"rgbLevel", L"output_rgb_level"},
@@ -121,7 +121,7 @@ void AppendMapOutput(PackageContext& package, JsonMembers& members, MtlBase& obj
     if (!output)
         return;
     const size_t before = members.size();
-    package.params.AppendTable(members, output, outputRows);
+    package.params.AppendTable(members, output, outputBlockRows);
     if (members.size() == before)
         AppendOutputByScript(members, object);
 }

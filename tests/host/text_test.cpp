@@ -1,0 +1,69 @@
+#include "host/asset_paths.h"
+#include "host/script.h"
+#include "host/text.h"
+
+#include <gtest/gtest.h>
+
+namespace brimwave {
+namespace {
+
+TEST(WideToUtf8, ConvertsUnits) {
+    const struct {
+        std::wstring wide;
+        std::string utf8;
+    } rows[] = {
+        {L"", ""},
+        {L"plain", "plain"},
+        {L"\x00e9\x20ac", "\xc3\xa9\xe2\x82\xac"},
+        {L"\xd83d\xde00", "\xf0\x9f\x98\x80"},
+        {std::wstring(L"a\0b", 3), std::string("a\0b", 3)},
+        // Halves of pairs become the replacement character and leave what is around them.
+        {L"a\xd83d", "a\xef\xbf\xbd"},
+        {L"\xde00z", "\xef\xbf\xbdz"},
+        {L"\xde00\xd83d", "\xef\xbf\xbd\xef\xbf\xbd"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(WideToUtf8(row.wide), row.utf8);
+}
+
+TEST(WideToUtf8, CutsNoPairBetweenPieces) {
+    for (const size_t before : {maxUtf8Piece - 2, maxUtf8Piece - 1, maxUtf8Piece}) {
+        const std::wstring wide = std::wstring(before, L'x') + L"\xd83d\xde00" + L"end";
+        EXPECT_EQ(WideToUtf8(wide), std::string(before, 'x') + "\xf0\x9f\x98\x80" + "end");
+    }
+}
+
+TEST(ParseFloat, ReadsTheHead) {
+    const struct {
+        const wchar_t* text;
+        bool ok;
+        float value;
+    } rows[] = {
+        {L"2.2", true, 2.2f}, {L" -1.5e-05 rest", true, -1.5e-5f},
+        {L"+3", true, 3.0f},  {L"1e-005", true, 1e-5f},
+        {L"", false, -1},     {L"abc", false, -1},
+        {L"inf", false, -1},  {L"nan", false, -1},
+        {L".5", true, 0.5f},  {L"1,5", true, 1.0f},
+    };
+    for (const auto& row : rows) {
+        float value = -1;
+        EXPECT_EQ(ParseFloat(row.text, value), row.ok) << WideToUtf8(row.text);
+        EXPECT_EQ(value, row.value) << WideToUtf8(row.text);
+    }
+}
+
+TEST(FileNameOf, TakesWhatFollowsTheLastSeparator) {
+    EXPECT_EQ(FileNameOf(L"C:\\maps\\wood.png"), L"wood.png");
+    EXPECT_EQ(FileNameOf(L"C:\\maps/sub/wood.png"), L"wood.png");
+    EXPECT_EQ(FileNameOf(L"wood.png"), L"wood.png");
+    EXPECT_EQ(FileNameOf(L"maps\\"), L"");
+}
+
+TEST(EscapeScriptString, NoNameEndsTheString) {
+    EXPECT_EQ(EscapeScriptString(L"a\"); quitMax(); (\""), L"a\\\"); quitMax(); (\\\"");
+    EXPECT_EQ(EscapeScriptString(L"C:\\temp\\"), L"C:\\\\temp\\\\");
+    EXPECT_EQ(EscapeScriptString(L"a\r\nb"), L"a\\r\\nb");
+}
+
+} // namespace
+} // namespace brimwave
