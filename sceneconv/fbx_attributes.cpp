@@ -53,6 +53,7 @@ Camera FbxCamera(const FbxObject& attribute) {
         camera.nearClip = nearClip;
         camera.farClip = farClip;
     }
+    camera.source = attribute.id;
     camera.fbx = &attribute;
     return camera;
 }
@@ -81,6 +82,7 @@ Light FbxLight(const FbxObject& attribute) {
     light.intensity = attribute.Number("Intensity", 100) / 100;
     light.outerCone = attribute.Number("OuterAngle", 45) / 2 * kRadian;
     light.on = attribute.Integer("CastLight", 1) != 0;
+    light.source = attribute.id;
     light.fbx = &attribute;
     return light;
 }

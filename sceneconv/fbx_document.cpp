@@ -1,6 +1,7 @@
 #include "sceneconv/fbx_document.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace sceneconv {
 
@@ -84,6 +85,12 @@ const FbxObject* FbxObject::Source(std::string_view sourceKind) const {
         }
     }
     return nullptr;
+}
+
+int HostUvChannel(const std::string& setName) {
+    constexpr std::string_view prefix = "UVChannel_";
+    const int number = setName.starts_with(prefix) ? std::atoi(setName.c_str() + prefix.size()) : 0;
+    return number >= 1 && number <= 99 ? number : 0;
 }
 
 FbxDocument::FbxDocument(std::string_view bytes) {

@@ -60,6 +60,9 @@ class FbxObject {
     std::vector<FbxConnection> sources_;
 };
 
+/// The channel in a set's name as the host writes it ("UVChannel_3"): 1..99, or 0.
+[[nodiscard]] int HostUvChannel(const std::string& setName);
+
 class FbxDocument {
   public:
     /// Throws std::runtime_error when the records are damaged.

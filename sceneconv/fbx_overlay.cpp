@@ -101,7 +101,9 @@ class FbxOverlay {
             node.userProperties = properties->Text();
         }
         FillMaterials(node, model);
-        FillWireColor(node, model);
+        if (const FbxObject* geometry = model.Source("Geometry")) {
+            FillGeometry(node, *geometry);
+        }
         FillAttribute(node, model);
         for (const FbxConnection& source : model.Sources()) {
             const auto target = nodeOf_.find(source.object);
@@ -148,10 +150,19 @@ class FbxOverlay {
         return static_cast<int>(found.value_or(0));
     }
 
-    static void FillWireColor(SourceNode& node, const FbxObject& model) {
-        const FbxObject* geometry = model.Source("Geometry");
-        const FbxProperty* color = geometry ? geometry->FindOwn("Color") : nullptr;
-        if (color) {
+    static void FillGeometry(SourceNode& node, const FbxObject& geometry) {
+        for (const FbxRecord& record : geometry.record.children) {
+            const FbxRecord* name = record.Child("Name");
+            if (record.name == "LayerElementUV" && name) {
+                const int channel = HostUvChannel(name->Text(0));
+                if (channel > 0) {
+                    node.uvChannels[static_cast<unsigned>(record.Integer(0))] =
+                        static_cast<unsigned>(channel);
+                }
+            }
+        }
+        // The host writes a node's wire colour here.
+        if (const FbxProperty* color = geometry.FindOwn("Color")) {
             std::array<int, 3> wire{};
             for (std::size_t i = 0; i < 3; ++i) {
                 wire[i] =
@@ -178,28 +189,12 @@ class FbxOverlay {
     std::map<const FbxObject*, int> nodeOf_;
 };
 
-Unit FbxUnit(double centimeters, Warnings& warnings) {
-    static const std::map<double, std::string> names = {
-        {0.1, "millimeters"}, {1.0, "centimeters"}, {2.54, "inches"},      {30.48, "feet"},
-        {100.0, "meters"},    {160934.4, "miles"},  {100000, "kilometers"}};
-    for (const auto& [size, name] : names) {
-        if (std::abs(centimeters - size) < 1e-6 * size) {
-            return {name, 1};
-        }
-    }
-    if (!std::isfinite(centimeters) || centimeters <= 0) {
-        warnings.Add("the file's unit makes no sense; taken as centimeters");
-        return {"centimeters", 1};
-    }
-    return {"centimeters", centimeters};
-}
-
 } // namespace
 
 void OverlayFbx(SourceScene& scene, Warnings& warnings) {
     const FbxObject& settings = scene.fbx->Settings();
     scene.toHost = FbxAxesToHost(settings);
-    scene.unit = FbxUnit(settings.Number("UnitScaleFactor", 1), warnings);
+    scene.unit = UnitOf(settings.Number("UnitScaleFactor", 1), warnings);
     if (!FbxOverlay(scene).Apply()) {
         warnings.Add("some nodes could not be found in the FBX records; their pivots, exact names "
                      "and host parameters are missing");

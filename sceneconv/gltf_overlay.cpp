@@ -195,10 +195,17 @@ class GltfOverlay {
         if (const Matrix local = LocalMatrix(from); IsFinite(local)) {
             node.local = local;
         }
-        node.camera = ReadCamera(Element(Member(file_, "cameras"), Member(from, "camera")));
+        const json& camera = Member(from, "camera");
+        node.camera = ReadCamera(Element(Member(file_, "cameras"), camera));
+        if (node.camera) {
+            node.camera->source = camera.get<std::int64_t>();
+        }
         const json& light =
             Member(Member(Member(from, "extensions"), "KHR_lights_punctual"), "light");
         node.light = ReadLight(Element(lights_, light));
+        if (node.light) {
+            node.light->source = light.get<std::int64_t>();
+        }
         node.userProperties = UserProperties(Member(from, "extras"));
     }
 

@@ -105,14 +105,13 @@ Json CameraObject(const Camera& camera, double targetDistance, const Reference& 
     std::optional<Json> host = HostObject(camera.fbx, reference);
     Json object = host ? std::move(*host) : Json{{"class", targetDistance > 0 ? "Target" : "Free"}};
     Json lens;
-    const double distance = targetDistance > 0 ? targetDistance : camera.targetDistance;
     const bool angleGiven = camera.fov > 0 && camera.fov < std::numbers::pi;
     lens["fov"] = Tidy(angleGiven ? camera.fov : std::numbers::pi / 4);
-    if (distance > 0) {
-        lens["target_distance"] = Tidy(distance);
+    if (targetDistance > 0) {
+        lens["target_distance"] = Tidy(targetDistance);
     }
     if (camera.ortho && camera.orthoWidth > 0 && std::isfinite(camera.orthoWidth)) {
-        SetOrtho(lens, camera.orthoWidth, distance);
+        SetOrtho(lens, camera.orthoWidth, targetDistance);
     }
     if (camera.farClip > camera.nearClip) {
         lens["manual_clip"] = true;

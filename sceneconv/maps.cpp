@@ -3,8 +3,8 @@
 #include <assimp/GltfMaterial.h>
 #include <assimp/material.h>
 
+#include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <numbers>
 
 namespace sceneconv {
@@ -79,11 +79,8 @@ Placement FbxPlacement(const FbxObject& texture) {
         texture.Integer("WrapModeU", 0) == 1 ? aiTextureMapMode_Clamp : aiTextureMapMode_Wrap;
     placement.mode[1] =
         texture.Integer("WrapModeV", 0) == 1 ? aiTextureMapMode_Clamp : aiTextureMapMode_Wrap;
-    constexpr std::string_view prefix = "UVChannel_";
-    const FbxProperty* set = texture.FindOwn("UVSet");
-    if (set && set->Text().starts_with(prefix)) {
-        const int channel = std::atoi(set->Text().c_str() + prefix.size());
-        placement.channel = channel >= 1 && channel <= 99 ? channel : 1;
+    if (const FbxProperty* set = texture.FindOwn("UVSet")) {
+        placement.channel = std::max(HostUvChannel(set->Text()), 1);
     }
     return placement;
 }

@@ -85,7 +85,7 @@ class MeshBuilder {
             for (unsigned i = 0; i < AI_MAX_NUMBER_OF_TEXTURECOORDS; ++i) {
                 if (mesh.HasTextureCoords(i)) {
                     const std::size_t size = mesh.mNumUVComponents[i] == 3 ? 3 : 2;
-                    const auto place = uvs_.try_emplace(UvChannel(mesh, i), size).first;
+                    const auto place = uvs_.try_emplace(UvChannel(i), size).first;
                     if (place->second.Size() < size) {
                         place->second = Channel(size);
                     }
@@ -94,17 +94,9 @@ class MeshBuilder {
         }
     }
 
-    /// The host numbers its sets from 1 and writes the number into the set's name.
-    static unsigned UvChannel(const aiMesh& mesh, unsigned index) {
-        constexpr std::string_view prefix = "UVChannel_";
-        const aiString* name = mesh.GetTextureCoordsName(index);
-        if (name && std::string_view(name->C_Str()).starts_with(prefix)) {
-            const int number = std::atoi(name->C_Str() + prefix.size());
-            if (number >= 1 && number <= 99) {
-                return static_cast<unsigned>(number);
-            }
-        }
-        return index + 1;
+    unsigned UvChannel(unsigned index) const {
+        const auto channel = node_.uvChannels.find(index);
+        return channel == node_.uvChannels.end() ? index + 1 : channel->second;
     }
 
     void AddPiece(const aiMesh& mesh, int materialId) {
@@ -119,7 +111,7 @@ class MeshBuilder {
         std::map<unsigned, const aiVector3D*> uvs;
         for (unsigned i = 0; i < AI_MAX_NUMBER_OF_TEXTURECOORDS; ++i) {
             if (mesh.HasTextureCoords(i)) {
-                uvs[UvChannel(mesh, i)] = mesh.mTextureCoords[i];
+                uvs[UvChannel(i)] = mesh.mTextureCoords[i];
             }
         }
         for (const Triangle& triangle : triangles) {

@@ -5,8 +5,11 @@
 #include <assimp/postprocess.h>
 
 #include <cerrno>
+#include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
+#include <map>
 #include <new>
 
 namespace sceneconv {
@@ -62,6 +65,7 @@ void Import(SourceScene& scene) {
     // The pivot chains of FBX nodes are put together by OverlayFbx.
     scene.importer->SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
     scene.importer->SetPropertyBool(AI_CONFIG_IMPORT_FBX_READ_ANIMATIONS, false);
+    scene.importer->SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
     scene.library = scene.importer->ReadFile(scene.file.string(), aiProcess_Triangulate);
     if (!scene.library || !scene.library->mRootNode) {
         const std::string reason = OneLine(scene.importer->GetErrorString());
@@ -77,15 +81,53 @@ std::string LibraryFormat(const aiScene& library) {
     return known ? format.C_Str() : "";
 }
 
-void SetFormat(SourceScene& scene) {
+/// Metres in the unit that a Collada file names in its head; 1 when it names none.
+double ColladaMetres(std::string_view bytes) {
+    const std::size_t unit = bytes.substr(0, 65536).find("<unit");
+    const std::string_view tag =
+        unit == std::string_view::npos ? "" : bytes.substr(unit, bytes.find('>', unit) - unit);
+    constexpr std::string_view attribute = "meter=";
+    const std::size_t at = tag.find(attribute);
+    const double metres =
+        at == std::string_view::npos
+            ? 1
+            : std::atof(std::string(tag.substr(at + attribute.size() + 1)).c_str());
+    return metres > 0 && std::isfinite(metres) ? metres : 1;
+}
+
+/// The library scales the root node to metres; the file's unit serves as well and leaves the
+/// lengths of cameras and lights right.
+void KeepColladaUnit(SourceScene& scene, std::string_view bytes, Warnings& warnings) {
+    const double metres = ColladaMetres(bytes);
+    Matrix& root = scene.nodes.front().local;
+    const double applied = static_cast<float>(metres); // in single precision, as the library does
+    root = root * Scaling({1 / applied, 1 / applied, 1 / applied});
+    scene.unit = UnitOf(metres * 100, warnings);
+}
+
+/// What the format's own rules say, and what the library loses of it.
+void ApplyFormat(SourceScene& scene, std::string_view bytes, Warnings& warnings) {
     const std::string format = LibraryFormat(*scene.library);
-    scene.format = scene.fbx                    ? Format::Fbx
-                   : format == "glTF2 Importer" ? Format::Gltf
-                                                : Format::Other;
-    if (format == "glTF2 Importer" || format == "glTF Importer" || format == "Collada Importer") {
-        scene.unit = {"meters", 1}; // by definition, or made so by the library
+    if (scene.fbx) {
+        OverlayFbx(scene, warnings);
+    } else if (format == "glTF2 Importer") {
+        scene.unit = {"meters", 1};
+        scene.format = Format::Gltf;
+        OverlayGltf(scene, bytes, warnings);
+    } else if (format == "glTF Importer") {
+        scene.unit = {"meters", 1};
+    } else if (format == "Collada Importer") {
+        KeepColladaUnit(scene, bytes, warnings);
     }
-    scene.toHost = AxisRotation(0, 90); // y up, which is what the library makes of most formats
+}
+
+void ReadFbx(SourceScene& scene, std::string_view bytes, Warnings& warnings) {
+    try {
+        scene.fbx = std::make_unique<FbxDocument>(bytes);
+        scene.format = Format::Fbx;
+    } catch (const std::runtime_error& error) {
+        warnings.Add(error.what() + std::string("; host parameters and exact names are missing"));
+    }
 }
 
 void RefuseEmpty(const SourceScene& scene) {
@@ -99,6 +141,22 @@ void RefuseEmpty(const SourceScene& scene) {
 }
 
 } // namespace
+
+Unit UnitOf(double centimeters, Warnings& warnings) {
+    static const std::map<double, std::string> names = {
+        {0.1, "millimeters"}, {1.0, "centimeters"}, {2.54, "inches"},      {30.48, "feet"},
+        {100.0, "meters"},    {160934.4, "miles"},  {100000, "kilometers"}};
+    for (const auto& [size, name] : names) {
+        if (std::abs(centimeters - size) < 1e-6 * size) {
+            return {name, 1};
+        }
+    }
+    if (!std::isfinite(centimeters) || centimeters <= 0) {
+        warnings.Add("the file's unit makes no sense; taken as centimeters");
+        return {"centimeters", 1};
+    }
+    return {"centimeters", centimeters};
+}
 
 std::vector<std::vector<int>> ChildLists(const std::vector<SourceNode>& nodes) {
     std::vector<std::vector<int>> children(nodes.size());
@@ -117,21 +175,13 @@ SourceScene ReadSource(const std::filesystem::path& file, Warnings& warnings) {
     const FbxHead head = ReadFbxHead(bytes);
     RefuseOldFbx(file, head);
     if (head.isFbx) {
-        try {
-            scene.fbx = std::make_unique<FbxDocument>(bytes);
-        } catch (const std::runtime_error& error) {
-            throw ConvertError(Shown(file) + ": " + error.what());
-        }
+        ReadFbx(scene, bytes, warnings);
         bytes = {};
     }
     Import(scene);
-    SetFormat(scene);
+    scene.toHost = AxisRotation(0, 90); // y up, which is what the library makes of most formats
     BuildFromLibrary(scene, warnings);
-    if (scene.format == Format::Fbx) {
-        OverlayFbx(scene, warnings);
-    } else if (scene.format == Format::Gltf) {
-        OverlayGltf(scene, bytes, warnings);
-    }
+    ApplyFormat(scene, bytes, warnings);
     LinkTargetsByName(scene);
     RefuseEmpty(scene);
     return scene;

@@ -35,9 +35,19 @@ Json Objects::AddMesh(const std::string& name, Json mesh) {
     return id;
 }
 
-Json Objects::Add(const std::string& name, Json object) {
+Json Objects::Add(const std::string& name, Json object, std::int64_t source) {
+    if (source >= 0) {
+        for (const std::string& id : bySource_[source]) {
+            if (objects_[id] == object) {
+                return id;
+            }
+        }
+    }
     const std::string id = ids_.Next(name);
     objects_[id] = std::move(object);
+    if (source >= 0) {
+        bySource_[source].push_back(id);
+    }
     return id;
 }
 
@@ -140,25 +150,25 @@ void Nodes::AddObjects(Json& node, std::size_t index, Json& extra) {
             node["material"] = materials_.OfNode(from);
         }
     }
-    const auto place = [&](Json object, const char* what, const Matrix& frame) {
+    const auto place = [&](Json object, const char* what, const auto& held) {
         Json* holder = &node;
         if (node.contains("object")) { // the host has one object a node
             extra.push_back({{"name", name + what}, {"parent", placed_[index].id}});
             holder = &extra.back();
-            (*holder)["transform"] = TransformJson(frame);
+            (*holder)["transform"] = TransformJson(held.frame);
         }
-        (*holder)["object"] = objects_.Add(name, std::move(object));
+        (*holder)["object"] = objects_.Add(name, std::move(object), held.source);
         if (from.target >= 0) {
             (*holder)["target"] = placed_[static_cast<std::size_t>(from.target)].id;
         }
     };
     if (from.camera) {
         place(CameraObject(*from.camera, TargetDistance(index), reference), " camera",
-              from.camera->frame);
+              *from.camera);
     }
     if (from.light) {
         place(LightObject(*from.light, scene_.unit, TargetDistance(index), reference), " light",
-              from.light->frame);
+              *from.light);
     }
     if (!node.contains("object") && !isTarget_.contains(static_cast<int>(index))) {
         node["object"] = {{"class", "Dummy"}};

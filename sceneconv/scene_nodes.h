@@ -14,13 +14,15 @@ namespace sceneconv {
 class Objects {
   public:
     [[nodiscard]] Json AddMesh(const std::string& name, Json mesh);
-    [[nodiscard]] Json Add(const std::string& name, Json object);
+    /// A light or camera; those of one source that came out equal are one object. -1: no source.
+    [[nodiscard]] Json Add(const std::string& name, Json object, std::int64_t source = -1);
     [[nodiscard]] const Json& Entries() const { return objects_; }
 
   private:
     Json objects_ = Json::object();
     Ids ids_;
     std::unordered_map<std::size_t, std::vector<std::string>> meshes_;
+    std::map<std::int64_t, std::vector<std::string>> bySource_;
 };
 
 class Nodes {

@@ -9,7 +9,9 @@
 #include <assimp/scene.h>
 
 #include <array>
+#include <cstdint>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,7 +43,7 @@ struct Camera {
     double orthoWidth = 0; ///< source units
     double nearClip = 0;   ///< source units; clipping is manual when farClip > nearClip
     double farClip = 0;
-    double targetDistance = 0; ///< 0: not given
+    std::int64_t source = -1; ///< equal for nodes that share one camera of the source
     const FbxObject* fbx = nullptr;
 };
 
@@ -58,6 +60,7 @@ struct Light {
     double width = 0;     ///< source units, area lights
     double height = 0;
     bool on = true;
+    std::int64_t source = -1; ///< equal for nodes that share one light of the source
     const FbxObject* fbx = nullptr;
 };
 
@@ -67,7 +70,8 @@ struct SourceNode {
     Matrix local;
     Matrix objectOffset; ///< of the mesh in the node, not passed on to children
     std::vector<MeshPiece> pieces;
-    std::vector<MaterialSource> materials; ///< by material id
+    std::vector<MaterialSource> materials;   ///< by material id
+    std::map<unsigned, unsigned> uvChannels; ///< the host's number of a set; else index + 1
     std::optional<Camera> camera;
     std::optional<Light> light;
     bool hidden = false;
@@ -94,6 +98,9 @@ struct SourceScene {
     const aiScene* library = nullptr;
     std::unique_ptr<FbxDocument> fbx; ///< null for other formats
 };
+
+/// The unit of that size; with a warning, centimeters for one that makes no sense.
+[[nodiscard]] Unit UnitOf(double centimeters, Warnings& warnings);
 
 /// Node indices of every node's children, in order.
 [[nodiscard]] std::vector<std::vector<int>> ChildLists(const std::vector<SourceNode>& nodes);
