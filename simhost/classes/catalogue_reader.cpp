@@ -176,6 +176,16 @@ std::vector<ClassPtr> ReadCatalogue() {
     std::vector<ClassPtr> classes;
 #define CATALOGUE(file) ReadFile(#file, catalogue_embedded::file##_json, classes)
     CATALOGUE(objects);
+    CATALOGUE(lights);
+    CATALOGUE(modifiers);
+    CATALOGUE(renderers);
+    CATALOGUE(sub_objects);
+    CATALOGUE(materials_host);
+    CATALOGUE(materials_corona);
+    CATALOGUE(materials_vray);
+    CATALOGUE(maps_host);
+    CATALOGUE(maps_corona);
+    CATALOGUE(maps_vray);
 #undef CATALOGUE
     return classes;
 }

@@ -90,6 +90,8 @@ class ClassInfo {
     [[nodiscard]] ParamPlace Find(std::wstring_view name) const;
     /// The class descriptor that stands for this class in the SDK.
     [[nodiscard]] ClassDesc2* Descriptor() const;
+    /// For a copy that is to become a class of its own.
+    void ForgetDescriptor() { descriptor_.reset(); }
 
   private:
     mutable std::shared_ptr<ClassDesc2> descriptor_;
