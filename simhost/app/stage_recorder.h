@@ -1,0 +1,34 @@
+#pragma once
+#include <windows.h>
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace simhost {
+
+/// What the panel showed: a status text and the progress bar's position with it.
+struct Stage {
+    int progress = 0;
+    std::wstring text;
+};
+
+/// Watches the panel's status label and notes every text that it is given, each once, without
+/// the turning bar before it.
+class StageRecorder {
+  public:
+    /// Begins to watch; call it on the panel's thread. Ends with the label's window.
+    void Attach(HWND panel);
+    /// From any thread.
+    [[nodiscard]] std::vector<Stage> Stages() const;
+
+  private:
+    static LRESULT CALLBACK LabelProc(HWND label, UINT message, WPARAM wParam, LPARAM lParam,
+                                      UINT_PTR id, DWORD_PTR recorder);
+    void Note(HWND label, std::wstring_view text);
+
+    mutable std::mutex mutex_;
+    std::vector<Stage> stages_;
+};
+
+} // namespace simhost
