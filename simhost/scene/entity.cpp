@@ -151,19 +151,21 @@ void Entity::SetSlotOn(int slot, bool on) {
         Set(place, Scalar(on ? 1 : 0));
 }
 
-int Entity::FindSlot(std::wstring_view slotName) const {
-    const std::wstring folded = Fold(slotName);
-    int loose = -1;
+int Entity::FindSlot(std::wstring_view wanted) const {
+    const std::wstring folded = Fold(wanted);
+    const ParamPlace place = FindParam(wanted);
+    int byName = -1, byParam = -1;
     for (int i = 0; i < NumSlots(); ++i) {
         const Text held = SlotName(i);
-        if (!held)
-            continue;
-        if (*held == slotName)
+        if (held && *held == wanted)
             return i;
-        if (loose < 0 && Fold(*held) == folded)
-            loose = i;
+        if (byName < 0 && held && Fold(*held) == folded)
+            byName = i;
+        const ParamPlace& fed = PlaceOfSlot(i).spec->map;
+        if (byParam < 0 && place.Known() && fed.block == place.block && fed.index == place.index)
+            byParam = i;
     }
-    return loose;
+    return byName >= 0 ? byName : byParam;
 }
 
 int Entity::NumMtls() const {

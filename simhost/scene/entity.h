@@ -43,8 +43,9 @@ class Entity {
     void SetSlotMap(int slot, Texmap* map);
     [[nodiscard]] bool SlotOn(int slot) const;
     void SetSlotOn(int slot, bool on);
-    /// -1 when no slot has that name (exact first, then any letter case).
-    [[nodiscard]] int FindSlot(std::wstring_view slotName) const;
+    /// By the slot's name (exact first, then any letter case) or by the parameter that feeds it;
+    /// -1 when there is none.
+    [[nodiscard]] int FindSlot(std::wstring_view wanted) const;
 
     // Sub-materials.
     [[nodiscard]] int NumMtls() const;
