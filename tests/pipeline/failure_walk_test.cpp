@@ -1,0 +1,193 @@
+// Every point at which an export can fail: afterwards the scene is as it was, and the panel is
+// ready for another run.
+#include "tests/pipeline/sequence_kit.h"
+
+#include <gmock/gmock.h>
+
+namespace brimwave {
+namespace {
+
+using brimwave::testing::kAccount;
+using brimwave::testing::RecordingPanel;
+using brimwave::testing::TempFolder;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+namespace fs = std::filesystem;
+
+class FailureWalk : public brimwave::testing::SequenceTest {
+  protected:
+    /// Calls `meddle` with the job folder when the panel shows the progress value.
+    void At(int progress, std::function<void(const fs::path& jobFolder)> meddle) {
+        panel.onCall = [=, this](const std::wstring& line) {
+            if (line.starts_with(L"status " + std::to_wstring(progress) + L" busy"))
+                meddle(exchange.NativePath() / TempFolder::Native(JobFolder()));
+        };
+    }
+
+    void Run() {
+        NewService().Answer(200, kAccount).Answer(200, L"");
+        ExportAndSend(panel);
+        ExpectFinished();
+        ExpectSceneAsBefore();
+    }
+
+    /// The line before the button is enabled again: the box that ends a failed run.
+    [[nodiscard]] std::wstring LastBox() const {
+        return panel.calls.size() < 2 ? L"" : panel.calls[panel.calls.size() - 2];
+    }
+};
+
+constexpr wchar_t kFbxRefused[] =
+    L"error: FBX export failed (FBX exporter not available or export was rejected — is the FBX "
+    L"plugin installed in 3ds Max?)";
+
+TEST_F(FailureWalk, ExporterMissingRefusingThrowingOrSilent) {
+    for (const char* fault : {"absent", "refuses", "throws"}) {
+        SCOPED_TRACE(fault);
+        scene["faults"] = {{"exporter", fault}};
+        Open();
+        Run();
+        EXPECT_EQ(LastBox(), kFbxRefused);
+    }
+    ClearExchange();
+    scene["faults"] = {{"exporter", "writes_nothing"}};
+    Open();
+    Run();
+    EXPECT_EQ(LastBox(), L"error: FBX was not created:\n" +
+                             exchange.Path(JobFolder() + L"\\room.fbx") +
+                             L"\n\nPossible reasons:\n"
+                             L"• Exchange Folder is not accessible from Windows\n"
+                             L"• No write permissions\n"
+                             L"• FBX export settings prohibit export");
+    EXPECT_EQ(http->Requests().size(), 1u); // the token check, no job
+}
+
+TEST_F(FailureWalk, JobFolderGoneBeforeTheFbx) {
+    At(25, [](const fs::path& folder) { fs::remove_all(folder); });
+    Run();
+    EXPECT_THAT(LastBox(), StartsWith(L"error: FBX "));
+}
+
+TEST_F(FailureWalk, JobFolderGoneBeforeTheTextures) {
+    At(40, [](const fs::path& folder) { fs::remove_all(folder); });
+    Run();
+    EXPECT_EQ(LastBox(), L"error: Package export returned failure.");
+}
+
+TEST_F(FailureWalk, TexturesFolderInTheWayStopsNothing) {
+    At(40, [](const fs::path& folder) {
+        fs::remove_all(folder / "textures");
+        std::ofstream(folder / "textures") << "a file";
+    });
+    Run();
+    EXPECT_EQ(panel.status, L"Done  OK  Objects: 2");
+}
+
+TEST_F(FailureWalk, PackageCannotBeWritten) {
+    At(65, [](const fs::path& folder) { fs::create_directories(folder / "1.json"); });
+    Run();
+    EXPECT_EQ(LastBox(), L"error: Package export returned failure.");
+}
+
+TEST_F(FailureWalk, DiskFullWhileThePackageIsWritten) {
+    if (!fs::exists("/dev/full"))
+        GTEST_SKIP() << "no /dev/full here";
+    At(65, [](const fs::path& folder) { fs::create_symlink("/dev/full", folder / "1.json"); });
+    Run();
+    EXPECT_EQ(LastBox(), L"error: Package export returned failure.");
+}
+
+TEST_F(FailureWalk, DiskFullWhileTheFbxIsWritten) {
+    if (!fs::exists("/dev/full"))
+        GTEST_SKIP() << "no /dev/full here";
+    At(25, [](const fs::path& folder) { fs::create_symlink("/dev/full", folder / "room.fbx"); });
+    Run();
+    EXPECT_EQ(LastBox(), kFbxRefused);
+}
+
+TEST_F(FailureWalk, PackageGoneBeforeItIsSent) {
+    At(88, [](const fs::path& folder) { fs::remove(folder / "1.json"); });
+    Run();
+    EXPECT_EQ(panel.status, L"Send failed (no response).");
+    EXPECT_THAT(LastBox(), HasSubstr(L"Cannot read JSON file: "));
+    EXPECT_EQ(http->Requests().size(), 1u);
+}
+
+TEST_F(FailureWalk, TransportThrows) {
+    for (const std::size_t failing : {1u, 2u}) {
+        SCOPED_TRACE(failing);
+        panel.calls.clear();
+        NewService().Answer(200, kAccount).Answer(200, L"");
+        http->OnRequest([&](const auto&) {
+            if (http->Requests().size() == failing)
+                throw std::runtime_error("the transport broke");
+        });
+        ExportAndSend(panel);
+        EXPECT_THAT(LastBox(), StartsWith(L"error: "));
+        ExpectFinished();
+        ExpectSceneAsBefore();
+    }
+    EXPECT_FALSE(Exists(JobFolder() + L"\\1.json"));
+}
+
+TEST_F(FailureWalk, ThirdPartyClassesAndTheHostItselfThrow) {
+    const struct {
+        const char* what;
+        const char* place; // in the scene file
+        nlohmann::json throws;
+    } rows[] = {
+        {"material, all of it", "/materials/paint", true},
+        {"material's name", "/materials/paint", {"GetName"}},
+        {"material's renaming", "/materials/steel", {"SetName"}},
+        {"material's maps", "/materials/paint", {"NumSubTexmaps", "GetSubTexmap"}},
+        {"map", "/materials/paint/params/base_color_map", true},
+        {"object", "/nodes/0/children/0/object", true},
+        {"spline", "/nodes/0/children/1/object", true},
+        {"node's evaluation", "/nodes/1", {"EvalWorldState"}},
+        {"node's material", "/nodes/1", {"GetMtl"}},
+        {"host",
+         "/faults",
+         {"GetEnvironmentMap", "GetBackGround", "GetCurFilePath", "GetCurFileName",
+          "GetFullFilePath", "GetCurrentRenderer", "GetSceneMtls"}},
+    };
+    const nlohmann::json sound = scene;
+    for (const auto& row : rows)
+        for (const char* kind : {"exception", "other"}) {
+            SCOPED_TRACE(std::string(row.what) + ", " + kind);
+            scene = sound;
+            auto& entry = scene[nlohmann::json::json_pointer(row.place)];
+            entry["throws"] = row.throws;
+            if (std::string_view(row.place) != "/faults")
+                entry["throw_kind"] = kind;
+            Open();
+            NewService().Answer(200, kAccount).Answer(200, L"");
+            ExportAndSend(panel);
+            ExpectFinished();
+            ExpectSceneAsBefore();
+            EXPECT_THAT(panel.status, StartsWith(L"Done  OK  Objects: "));
+        }
+}
+
+TEST_F(FailureWalk, PanelThrowsAtAnyCall) {
+    NewService().Answer(200, kAccount).Answer(200, L"");
+    ExportAndSend(panel);
+    const std::size_t calls = panel.calls.size();
+    ASSERT_GT(calls, 12u);
+
+    for (std::size_t failing = 0; failing < calls; ++failing) {
+        SCOPED_TRACE(failing);
+        panel.calls.clear();
+        panel.onCall = [&](const std::wstring&) {
+            if (panel.calls.size() == failing + 1)
+                throw std::bad_alloc();
+        };
+        NewService().Answer(200, kAccount).Answer(200, L"");
+        ExportAndSend(panel);
+        ExpectFinished();
+        ExpectSceneAsBefore();
+        EXPECT_EQ(panel.calls.back(), L"enable");
+    }
+}
+
+} // namespace
+} // namespace brimwave
