@@ -63,30 +63,6 @@ Value DoesFileExist(Interpreter& in, Arguments& args) {
     return Value::Bool(!fs::is_directory(file, error) || !allow || ToBool(*allow));
 }
 
-// Name patterns of folders: `*` and `?`, in any case.
-bool NameMatches(std::wstring_view name, std::wstring_view pattern) {
-    size_t n = 0;
-    size_t p = 0;
-    size_t star = std::wstring_view::npos;
-    size_t mark = 0;
-    while (n < name.size()) {
-        if (p < pattern.size() &&
-            (pattern[p] == L'?' || LowerUnit(pattern[p]) == LowerUnit(name[n]))) {
-            ++n;
-            ++p;
-        } else if (p < pattern.size() && pattern[p] == L'*') {
-            star = p++;
-            mark = n;
-        } else if (star != std::wstring_view::npos) {
-            p = star + 1;
-            n = ++mark;
-        } else {
-            return false;
-        }
-    }
-    return pattern.find_first_not_of(L'*', p) == std::wstring_view::npos;
-}
-
 void ListFolder(Interpreter& in, const std::wstring& folder, const std::wstring& pattern,
                 bool folders, bool recurse, std::vector<Value>& found, int depth) {
     std::vector<std::wstring> names;
@@ -100,8 +76,7 @@ void ListFolder(Interpreter& in, const std::wstring& folder, const std::wstring&
         const bool isFolder = at->is_directory(ignored);
         if (isFolder)
             subFolders.push_back(name);
-        // "*.*" takes names without a dot too.
-        if (isFolder == folders && NameMatches(name, pattern == L"*.*" ? L"*" : pattern))
+        if (isFolder == folders && MatchesWildcards(Lower(name), pattern))
             names.push_back(name);
     }
     const auto byName = [](const std::wstring& a, const std::wstring& b) {
@@ -124,8 +99,11 @@ Value List(Interpreter& in, Arguments& args, bool folders) {
     std::vector<Value> found;
     if (in.Options().readsFiles) {
         const size_t start = NameStart(path);
-        ListFolder(in, path.substr(0, start), path.substr(start), folders,
-                   recurse && ToBool(*recurse), found, 0);
+        std::wstring pattern = Lower(path.substr(start));
+        if (pattern == L"*.*") // takes names without a dot too
+            pattern = L"*";
+        ListFolder(in, path.substr(0, start), pattern, folders, recurse && ToBool(*recurse), found,
+                   0);
     }
     return MakeArray(std::move(found));
 }

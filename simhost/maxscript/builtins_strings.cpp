@@ -84,44 +84,17 @@ Value FilterString(Interpreter& in, Arguments& args) {
     return MakeArray(std::move(tokens));
 }
 
-// `*` any run, `?` any one; without recursion, so that no pattern takes exponential time.
-bool Matches(Interpreter& in, std::wstring_view text, std::wstring_view pattern) {
-    size_t t = 0;
-    size_t p = 0;
-    size_t starPattern = std::wstring_view::npos;
-    size_t starText = 0;
-    uint64_t work = 0;
-    while (t < text.size()) {
-        if (++work % 64 == 0)
-            in.Charge(1);
-        if (p < pattern.size() && (pattern[p] == L'?' || pattern[p] == text[t])) {
-            ++t;
-            ++p;
-        } else if (p < pattern.size() && pattern[p] == L'*') {
-            starPattern = p++;
-            starText = t;
-        } else if (starPattern != std::wstring_view::npos) {
-            p = starPattern + 1;
-            t = ++starText;
-        } else {
-            return false;
-        }
-    }
-    while (p < pattern.size() && pattern[p] == L'*')
-        ++p;
-    return p == pattern.size();
-}
-
 Value MatchPattern(Interpreter& in, Arguments& args) {
     const std::wstring& text = ToString(args.items[0]);
     const Value* pattern = args.Keyword(L"pattern");
     if (!pattern)
         RaiseRuntime(L"matchPattern requires pattern: argument");
     const Value* ignoreCase = args.Keyword(L"ignorecase");
-    in.Charge(text.size() / 16);
+    const std::wstring& wanted = ToString(*pattern);
+    in.Charge(text.size() * (wanted.size() / 64 + 1) / 16);
     if (ignoreCase && !ToBool(*ignoreCase))
-        return Value::Bool(Matches(in, text, ToString(*pattern)));
-    return Value::Bool(Matches(in, Lower(text), Lower(ToString(*pattern))));
+        return Value::Bool(MatchesWildcards(text, wanted));
+    return Value::Bool(MatchesWildcards(Lower(text), Lower(wanted)));
 }
 
 Value TrimText(const std::wstring& text, const std::wstring& set, bool left, bool right) {

@@ -66,9 +66,11 @@ Value Evaluator::Try(const TryExpr& expr) {
         if (raised.GetKind() == ScriptError::Kind::Limit)
             throw;
         error = raised;
+    } catch (const JumpSignal&) {
+        throw;
     } catch (const std::bad_alloc&) {
         throw;
-    } catch (const std::exception&) {
+    } catch (...) { // scene things may throw anything
         error = ScriptError(ScriptError::Kind::Runtime, L"Runtime error: System exception");
     }
     const Catching catching(interpreter_.caught, std::move(*error));

@@ -81,6 +81,8 @@ Value Interpreter::RunNested(std::wstring text) {
                           L"Runtime error: exit or continue outside of a loop", position);
     } catch (const std::bad_alloc&) {
         throw ScriptError(ScriptError::Kind::Limit, L"Out of script memory", position);
+    } catch (...) { // scene things may throw anything
+        throw ScriptError(ScriptError::Kind::Runtime, L"Runtime error: System exception", position);
     }
 }
 

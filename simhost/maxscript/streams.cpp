@@ -158,10 +158,9 @@ Value OpenFile(Interpreter& in, Arguments& args) {
     return {stream};
 }
 
-Value RequireMore(StreamObject& stream) {
+void RequireMore(const StreamObject& stream) {
     if (stream.AtEnd())
         RaiseRuntime(L"Runtime error: read past end of file");
-    return {};
 }
 
 void RegisterReading(Interpreter& in) {

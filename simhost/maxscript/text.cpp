@@ -77,6 +77,28 @@ bool EqualNoCase(std::wstring_view a, std::wstring_view b) {
                       [](wchar_t x, wchar_t y) { return x == y || LowerUnit(x) == LowerUnit(y); });
 }
 
+bool MatchesWildcards(std::wstring_view text, std::wstring_view pattern) {
+    size_t t = 0;
+    size_t p = 0;
+    size_t star = std::wstring_view::npos; // the last `*`, which may still take more
+    size_t starText = 0;
+    while (t < text.size()) {
+        if (p < pattern.size() && pattern[p] == L'*') {
+            star = p++;
+            starText = t;
+        } else if (p < pattern.size() && (pattern[p] == L'?' || pattern[p] == text[t])) {
+            ++t;
+            ++p;
+        } else if (star != std::wstring_view::npos) {
+            p = star + 1;
+            t = ++starText;
+        } else {
+            return false;
+        }
+    }
+    return pattern.find_first_not_of(L'*', p) == std::wstring_view::npos;
+}
+
 bool IsBlank(wchar_t unit) {
     if (unit <= 0x20)
         return unit != L'\n' && unit != L'\r';

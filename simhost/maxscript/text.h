@@ -13,6 +13,10 @@ namespace simhost::maxscript {
 [[nodiscard]] std::wstring Upper(std::wstring_view text);
 [[nodiscard]] bool EqualNoCase(std::wstring_view a, std::wstring_view b);
 
+/// Whether the pattern (`*` any run, `?` any one unit) fits the whole text, case-sensitive. Never
+/// takes more than text times pattern steps.
+[[nodiscard]] bool MatchesWildcards(std::wstring_view text, std::wstring_view pattern);
+
 /// Blank inside a line: blank, tab, no-break and wide spaces, stray byte-order marks, controls.
 [[nodiscard]] bool IsBlank(wchar_t unit);
 [[nodiscard]] bool IsDigit(wchar_t unit);
