@@ -480,7 +480,12 @@ SCENE = {
     "version": 1,
     "file_name": "C:\\Scenes\\living room.max",
     "units": {"type": "centimeters", "scale": 1.0},
+    "map_paths": [".", "textures"],
     "color_pipeline": {"mode": "gamma", "rendering_space": "sRGB", "display_gamma": 2.2},
+    "renderer": {
+        "class": "Corona",
+        "params": {"bg_source": 1, "bg_color": [0.32, 0.42, 0.55], "bg_texmap": "sky"},
+    },
     "environment": {
         "background": [0.32, 0.42, 0.55],
         "use_map": True,
