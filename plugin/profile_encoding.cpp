@@ -85,26 +85,26 @@ void Replace(const std::wstring& path, const std::wstring& text) {
         DeleteFileW(draft.c_str());
 }
 
+/// The file's bytes; none for a missing file; nothing when it cannot be read.
+std::optional<std::string> ReadProfile(const std::wstring& path) {
+    const File file(path, GENERIC_READ, OPEN_EXISTING);
+    if (file.IsOpen())
+        return file.ReadAll();
+    return GetLastError() == ERROR_FILE_NOT_FOUND ? std::optional(std::string()) : std::nullopt;
+}
+
 } // namespace
 
-void EnsureUnicodeProfile(const std::wstring& path) {
+bool EnsureUnicodeProfile(const std::wstring& path) {
     if (IsReadOnly(path))
-        return;
-    std::optional<std::string> bytes;
-    {
-        const File file(path, GENERIC_READ, OPEN_EXISTING);
-        if (file.IsOpen())
-            bytes = file.ReadAll();
-        else if (GetLastError() == ERROR_FILE_NOT_FOUND)
-            bytes = std::string();
-    }
-    if (!bytes)
-        return;
-    if (const auto text = TextToConvert(*bytes)) {
+        return false;
+    const std::optional<std::string> bytes = ReadProfile(path);
+    if (const auto text = bytes ? TextToConvert(*bytes) : std::nullopt) {
         Replace(path, *text);
         // Some systems keep the last profile in memory; this lets go of it.
         WritePrivateProfileStringW(nullptr, nullptr, nullptr, path.c_str());
     }
+    return true;
 }
 
 } // namespace brimwave

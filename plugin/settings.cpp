@@ -79,7 +79,8 @@ std::wstring ReadSetting(const std::wstring& path, const std::wstring& section,
 
 void WriteSetting(const std::wstring& path, const std::wstring& section, const std::wstring& key,
                   std::wstring_view value) {
-    EnsureUnicodeProfile(path);
+    if (!EnsureUnicodeProfile(path))
+        return;
     std::wstring text(value);
     if (NeedsQuotes(value))
         text = L'"' + text + L'"';

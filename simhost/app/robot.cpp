@@ -46,9 +46,10 @@ bool IsPlainKey(wchar_t c) {
 } // namespace
 
 std::wstring Robot::TextOf(HWND window) {
-    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)), L'\0');
+    // The text may be set between the two calls: room for a longer one.
+    std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 512, L'\0');
     text.resize(static_cast<std::size_t>(
-        GetWindowTextW(window, text.data(), static_cast<int>(text.size()) + 1)));
+        GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
     return text;
 }
 
