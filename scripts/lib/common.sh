@@ -60,7 +60,7 @@ start_display() {
     local number_file
     number_file=$(mktemp)
     # Xvfb writes the number of the display that it found free.
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 1600x1300x24 -nolisten tcp 3>"$number_file" >/dev/null 2>&1 &
     started+=($!)
     local pid=$!
     for _ in {1..100}; do
@@ -86,7 +86,12 @@ start_wine() {
         rm -rf "$WINEPREFIX"
         mkdir -p "$WINEPREFIX"
         wineboot -i >/dev/null 2>&1 || fail "Wine could not make its prefix in $WINEPREFIX"
+        # A desktop of its own gives windows a title bar, focus and keyboard without a window
+        # manager. Wine's own fonts are those that dialogs are laid out for.
+        wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d brimwave /f >/dev/null 2>&1
+        wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v brimwave /d 1600x1300 /f >/dev/null 2>&1
         wineserver -w
+        cp /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
         touch "$WINEPREFIX/.ready"
     fi
 }
