@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <unordered_set>
 
 namespace simhost {
 
@@ -43,14 +44,25 @@ class ConvertedMesh {
 };
 
 std::vector<MtlID> FaceIds(const Mesh& mesh) {
-    std::vector<bool> occurs(std::size_t{1} << 16);
-    for (int f = 0; f < mesh.getNumFaces(); ++f)
-        occurs[mesh.faces[f].getMatID()] = true;
-    std::vector<MtlID> ids;
-    for (std::size_t id = 0; id < occurs.size(); ++id)
-        if (occurs[id])
-            ids.push_back(static_cast<MtlID>(id));
+    std::unordered_set<MtlID> occur;
+    for (int f = 0; f < mesh.getNumFaces(); ++f) {
+        const MtlID id = mesh.faces[f].getMatID();
+        if (f == 0 || id != mesh.faces[f - 1].getMatID()) // mostly faces of one id in a row
+            occur.insert(id);
+    }
+    std::vector<MtlID> ids(occur.begin(), occur.end());
+    std::sort(ids.begin(), ids.end());
     return ids;
+}
+
+/// The materials in order of their first use.
+std::vector<std::int64_t> Distinct(const std::vector<std::int64_t>& arrangement) {
+    std::vector<std::int64_t> materials;
+    std::unordered_set<std::int64_t> seen{0};
+    for (const std::int64_t material : arrangement)
+        if (seen.insert(material).second)
+            materials.push_back(material);
+    return materials;
 }
 
 } // namespace
@@ -74,7 +86,8 @@ FbxGeometryUse FbxGeometries::Make(INode& node, Object& evaluated, Mtl* mtl, Sha
     }
     if (shared.faceIds.empty())
         return use;
-    const Arrangement arrangement = Arrange(mtl, shared.faceIds, use.materials);
+    const Arrangement arrangement = Arrange(mtl, shared.faceIds);
+    use.materials = Distinct(arrangement);
     if (const auto found = shared.written.find(arrangement); found != shared.written.end()) {
         use.geometry = found->second;
         return use;
@@ -83,43 +96,36 @@ FbxGeometryUse FbxGeometries::Make(INode& node, Object& evaluated, Mtl* mtl, Sha
         converted.emplace(evaluated, time_);
     if (Mesh* mesh = converted->Get()) {
         use.geometry = ids_.Next();
-        Write(use.geometry, node, *mesh, shared.faceIds, arrangement);
+        Write(use, node, *mesh, shared.faceIds, arrangement);
         shared.written.emplace(arrangement, use.geometry);
     }
     return use;
 }
 
-FbxGeometries::Arrangement FbxGeometries::Arrange(Mtl* mtl, const std::vector<MtlID>& faceIds,
-                                                  std::vector<std::int64_t>& materials) {
+FbxGeometries::Arrangement FbxGeometries::Arrange(Mtl* mtl, const std::vector<MtlID>& faceIds) {
     Arrangement arrangement;
-    std::unordered_map<Mtl*, std::int32_t> indices;
     for (const MtlID id : faceIds) {
         Mtl* own = FbxFaceMaterial(mtl, id);
-        if (!own) {
-            arrangement.push_back(-1);
-            continue;
-        }
-        const auto [place, added] =
-            indices.try_emplace(own, static_cast<std::int32_t>(materials.size()));
-        if (added)
-            materials.push_back(materials_.IdOf(*own));
-        arrangement.push_back(place->second);
+        arrangement.push_back(own ? materials_.IdOf(*own) : 0);
     }
     return arrangement;
 }
 
-void FbxGeometries::Write(std::int64_t id, INode& node, Mesh& mesh,
+void FbxGeometries::Write(const FbxGeometryUse& use, INode& node, Mesh& mesh,
                           const std::vector<MtlID>& faceIds, const Arrangement& arrangement) {
-    std::vector<std::int32_t> materials;
-    if (std::any_of(arrangement.begin(), arrangement.end(), [](auto m) { return m >= 0; })) {
-        std::unordered_map<MtlID, std::int32_t> ofId;
+    std::vector<std::int32_t> ofFaces;
+    if (!use.materials.empty()) {
+        std::unordered_map<std::int64_t, std::int32_t> places;
+        for (const std::int64_t material : use.materials)
+            places.emplace(material, static_cast<std::int32_t>(places.size()));
+        std::unordered_map<MtlID, std::int32_t> ofIds;
         for (std::size_t i = 0; i < faceIds.size(); ++i)
-            ofId[faceIds[i]] = arrangement[i];
+            ofIds[faceIds[i]] = arrangement[i] ? places[arrangement[i]] : -1;
         for (int f = 0; f < mesh.getNumFaces(); ++f)
-            materials.push_back(ofId[mesh.faces[f].getMatID()]);
+            ofFaces.push_back(ofIds[mesh.faces[f].getMatID()]);
     }
     const DWORD wireColor = FbxAsk(DWORD{0}, [&] { return node.GetWireColor(); });
-    WriteFbxGeometry(writer_, id, mesh, wireColor, materials);
+    WriteFbxGeometry(writer_, use.geometry, mesh, wireColor, ofFaces);
     counts_.Add(FbxObjectKind::Geometry);
 }
 

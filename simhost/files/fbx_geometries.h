@@ -1,6 +1,7 @@
 #pragma once
-// Meshes of the scene, each written once for all nodes that show the same object with its
-// materials in the same arrangement.
+// Meshes of the scene, each written once for all nodes that show the same object with the same
+// materials. (Instances with other materials get a geometry of their own: the format would let
+// them share, but common readers keep the materials with the geometry.)
 #include "simhost/files/fbx_frame.h"
 #include "simhost/files/fbx_ids.h"
 #include "simhost/files/fbx_material.h"
@@ -28,8 +29,8 @@ class FbxGeometries {
     [[nodiscard]] const FbxGeometryUse& Use(INode& node, Object& evaluated, const void* shared);
 
   private:
-    /// Index of the material for each material id that occurs on the faces, -1 for none.
-    using Arrangement = std::vector<std::int32_t>;
+    /// The material's id in the file for each material id that occurs on the faces, 0 for none.
+    using Arrangement = std::vector<std::int64_t>;
     struct Shared {
         bool known = false;
         std::vector<MtlID> faceIds; // that occur on the faces, ascending
@@ -41,10 +42,9 @@ class FbxGeometries {
         }
     };
     [[nodiscard]] FbxGeometryUse Make(INode& node, Object& evaluated, Mtl* mtl, Shared& shared);
-    [[nodiscard]] Arrangement Arrange(Mtl* mtl, const std::vector<MtlID>& faceIds,
-                                      std::vector<std::int64_t>& materials);
-    void Write(std::int64_t id, INode& node, Mesh& mesh, const std::vector<MtlID>& faceIds,
-               const Arrangement& arrangement);
+    [[nodiscard]] Arrangement Arrange(Mtl* mtl, const std::vector<MtlID>& faceIds);
+    void Write(const FbxGeometryUse& use, INode& node, Mesh& mesh,
+               const std::vector<MtlID>& faceIds, const Arrangement& arrangement);
 
     FbxRecordWriter& writer_;
     FbxObjectCounts& counts_;

@@ -1,6 +1,7 @@
 #include "simhost/files/fbx_host_params.h"
 
 #include "simhost/files/fbx_guard.h"
+#include "simhost/scene/entity.h"
 #include "simhost/scene/text.h"
 
 #include <algorithm>
@@ -56,6 +57,7 @@ class Collector {
             if (block)
                 AddBlock(*block);
         }
+        AddHiddenBlocks(thing);
     }
 
     void AddSubObjects(ReferenceMaker& thing) {
@@ -70,6 +72,16 @@ class Collector {
     }
 
   private:
+    /// Values that the host keeps where plug-ins don't see them (old lights have no blocks).
+    void AddHiddenBlocks(ReferenceMaker& thing) {
+        const Entity* entity = EntityOf(&thing);
+        if (!entity)
+            return;
+        for (const auto& block : entity->Blocks())
+            if (block && block->Hidden())
+                AddBlock(*block);
+    }
+
     void Add(std::string name, FbxType type, FbxValue value) {
         out_.properties.push_back({std::move(name), type, std::move(value)});
     }

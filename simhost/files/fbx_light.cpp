@@ -12,22 +12,25 @@ namespace {
 enum LightType { Point = 0, Directional = 1, Spot = 2, Area = 3 };
 enum Decay { NoDecay = 0, Quadratic = 2 };
 
+constexpr double degrees = 57.295779513082320877;
+
 struct LightClass {
     std::string_view name;
     LightType type;
     Decay decay;
+    double coneUnit; // of the cone's angles, in degrees
 };
 
 constexpr LightClass lightClasses[] = {
-    {"Omni", Point, NoDecay},
-    {"Free Spot", Spot, NoDecay},
-    {"Target Spot", Spot, NoDecay},
-    {"Free Direct", Directional, NoDecay},
-    {"Target Direct", Directional, NoDecay},
-    {"CoronaSun", Directional, NoDecay},
-    {"VRaySun", Directional, NoDecay},
-    {"CoronaLight", Area, Quadratic},
-    {"VRayLight", Area, Quadratic},
+    {"Omni", Point, NoDecay, 1},
+    {"Free Spot", Spot, NoDecay, 1},
+    {"Target Spot", Spot, NoDecay, 1},
+    {"Free Direct", Directional, NoDecay, 1},
+    {"Target Direct", Directional, NoDecay, 1},
+    {"CoronaSun", Directional, NoDecay, degrees},
+    {"VRaySun", Directional, NoDecay, degrees},
+    {"CoronaLight", Area, Quadratic, degrees},
+    {"VRayLight", Area, Quadratic, degrees},
 };
 
 /// A class that is not listed is photometric or nearly so: a point, or a spot when its
@@ -39,7 +42,7 @@ LightClass ClassOf(Object& light, const FbxHostParams& params) {
                                      [&](const LightClass& c) { return c.name == name; });
     if (found != std::end(lightClasses))
         return *found;
-    return {name, params.Number({"Distribution"}, 0) == 1 ? Spot : Point, Quadratic};
+    return {name, params.Number({"Distribution"}, 0) == 1 ? Spot : Point, Quadratic, degrees};
 }
 
 } // namespace
@@ -50,9 +53,9 @@ FbxProperties FbxLightProperties(Object& light, TimeValue t) {
     auto* lightObject = dynamic_cast<LightObject*>(&light);
     const BOOL on = FbxAsk(TRUE, [&] { return lightObject ? lightObject->GetUseLight() : TRUE; });
     const double intensity = params.Number(
-        {"multiplier", "intensity", "intensity_multiplier", "intensity_value", "power"}, 1);
-    const double falloff = params.Number({"falloff", "fallsize"}, 45);
-    const double hotspot = params.Number({"hotspot", "hotSpot"}, falloff);
+        {"intensity", "intensity_multiplier", "intensity_value", "power", "multiplier"}, 1);
+    const double falloff = params.Number({"falloff"}, 45 / kind.coneUnit) * kind.coneUnit;
+    const double hotspot = params.Number({"hotspot"}, 43 / kind.coneUnit) * kind.coneUnit;
     FbxProperties properties{
         {"Color", FbxType::AnyColor,
          params.Colour({"color", "rgb", "colorDirect", "rgbFilter", "filter_color"}, {1, 1, 1})},
@@ -61,7 +64,8 @@ FbxProperties FbxLightProperties(Object& light, TimeValue t) {
         {"Intensity", FbxType::Number, intensity * 100},
         {"InnerAngle", FbxType::Number, std::min(hotspot, falloff)},
         {"OuterAngle", FbxType::Number, falloff},
-        {"DecayType", FbxType::Enum, std::int32_t{kind.decay}},
+        {"DecayType", FbxType::Enum,
+         static_cast<std::int32_t>(params.Number({"attenDecay"}, kind.decay))},
         {"CastShadows", FbxType::Bool,
          params.Number({"castShadows", "cast_shadows"}, 1) != 0 ? 1 : 0}};
     properties.insert(properties.end(), params.properties.begin(), params.properties.end());

@@ -13,8 +13,8 @@ static_assert(std::endian::native == std::endian::little, "the format is little-
 namespace {
 
 constexpr std::size_t headerSize = 3 * sizeof(std::uint64_t) + 1;
-// Shorter arrays do not win from being compressed.
-constexpr std::size_t smallestCompressed = 128;
+// Setting up the packing of a shorter array takes longer than writing it.
+constexpr std::size_t smallestCompressed = 1024;
 
 std::uint32_t Length(std::size_t bytes) {
     if (bytes > std::numeric_limits<std::uint32_t>::max())
