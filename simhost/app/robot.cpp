@@ -77,13 +77,24 @@ void Robot::WaitUntilIdle() {
     }
 }
 
+void Robot::WaitUntilClosed() {
+    while (host_.Running())
+        Rest();
+}
+
 void Robot::WaitUntilSettled() {
     const auto settled = Clock::now() + std::chrono::milliseconds(200);
     WaitUntil([&] { return Clock::now() >= settled; });
 }
 
 void Robot::Poll() {
-    if (Clock::now() >= deadline_ || !host_.Running())
+    if (!host_.Running())
+        throw RobotTimeout();
+    Rest();
+}
+
+void Robot::Rest() {
+    if (Clock::now() >= deadline_)
         throw RobotTimeout();
     AnswerMessageBoxes();
     std::this_thread::sleep_for(kPollInterval);

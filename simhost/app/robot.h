@@ -49,6 +49,8 @@ class Robot {
     /// Until the host's own loop has handled everything posted so far.
     void WaitUntilIdle();
 
+    /// Until the host has left its message loop, after its window was closed.
+    void WaitUntilClosed();
     /// A moment, for what no event tells of: drawing that reaches the screen, windows that fill.
     void WaitUntilSettled();
 
@@ -66,6 +68,7 @@ class Robot {
 
   private:
     void Poll();
+    void Rest();
     void AnswerMessageBoxes();
     void Answer(HWND box);
 

@@ -37,12 +37,17 @@ LRESULT CALLBACK StageRecorder::LabelProc(HWND label, UINT message, WPARAM wPara
 }
 
 void StageRecorder::Note(HWND label, std::wstring_view text) {
-    const std::wstring_view plain = WithoutSpinner(text);
-    const auto progress =
-        static_cast<int>(SendDlgItemMessageW(GetParent(label), kProgressBar, PBM_GETPOS, 0, 0));
-    const std::lock_guard lock(mutex_);
-    if (stages_.empty() || stages_.back().text != plain || stages_.back().progress != progress)
-        stages_.push_back({progress, std::wstring(plain)});
+    const Stage stage{
+        static_cast<int>(SendDlgItemMessageW(GetParent(label), kProgressBar, PBM_GETPOS, 0, 0)),
+        std::wstring(WithoutSpinner(text))};
+    {
+        const std::lock_guard lock(mutex_);
+        if (!stages_.empty() && stages_.back() == stage)
+            return;
+        stages_.push_back(stage);
+    }
+    if (seen_)
+        seen_(stage);
 }
 
 } // namespace simhost

@@ -1,6 +1,7 @@
 #pragma once
 #include <windows.h>
 
+#include <functional>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -11,6 +12,7 @@ namespace simhost {
 struct Stage {
     int progress = 0;
     std::wstring text;
+    friend bool operator==(const Stage&, const Stage&) = default;
 };
 
 /// Watches the panel's status label and notes every text that it is given, each once, without
@@ -19,6 +21,9 @@ class StageRecorder {
   public:
     /// Begins to watch; call it on the panel's thread. Ends with the label's window.
     void Attach(HWND panel);
+    /// Calls `seen` on the panel's thread with each stage, while the panel shows it. Set it
+    /// before Attach.
+    void OnStage(std::function<void(const Stage&)> seen) { seen_ = std::move(seen); }
     /// From any thread.
     [[nodiscard]] std::vector<Stage> Stages() const;
 
@@ -29,6 +34,7 @@ class StageRecorder {
 
     mutable std::mutex mutex_;
     std::vector<Stage> stages_;
+    std::function<void(const Stage&)> seen_;
 };
 
 } // namespace simhost

@@ -53,6 +53,7 @@ PanelHost::PanelHost(const std::wstring& settingsFolder) {
 PanelHost::~PanelHost() {
     window_->Close();
     thread_.join();
+    robot_.reset();
 }
 
 void PanelHost::RunHost(std::promise<void>& ready) {
@@ -72,7 +73,7 @@ void PanelHost::RunHost(std::promise<void>& ready) {
     utility_.reset();
     library_.reset();
     simhost::SetHostWindow(nullptr);
-    window_.reset();
+    DestroyWindow(window_->Handle()); // a window goes on its own thread
 }
 
 HWND PanelHost::OpenPanel() {
@@ -80,6 +81,11 @@ HWND PanelHost::OpenPanel() {
     panel_ = robot_->WaitForWindow(L"Brimwave Platform", IDC_EXPORT);
     robot_->WaitUntilIdle();
     return panel_;
+}
+
+void PanelHost::Reopen() {
+    utility_->Open();
+    panel_ = FindWindowW(nullptr, L"Brimwave Platform");
 }
 
 void PanelHost::EndEditing() {

@@ -48,6 +48,8 @@ class PanelHost {
 
     /// Picks the utility in the host and waits for the panel.
     HWND OpenPanel();
+    /// The same on the panel's own thread, in the middle of its work.
+    void Reopen();
     /// Ends the utility's editing, as the host does when another one is picked.
     void EndEditing();
     /// The close button of the panel's window.
