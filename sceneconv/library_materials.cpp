@@ -95,6 +95,28 @@ void PutSurface(Json& params, const Reader& read) {
     }
 }
 
+void PutExtensions(Json& params, const Reader& read) {
+    if (const auto coat = read.Number(AI_MATKEY_CLEARCOAT_FACTOR); coat && *coat > 0) {
+        params["enableClearCoat"] = true;
+        params["clearcoat"] = Tidy(*coat);
+        params["clearcoatRoughness"] =
+            Tidy(read.Number(AI_MATKEY_CLEARCOAT_ROUGHNESS_FACTOR).value_or(0));
+    }
+    if (const auto sheen = read.Color(AI_MATKEY_SHEEN_COLOR_FACTOR); IsLit(sheen)) {
+        params["enableSheen"] = true;
+        params["sheenColor"] = Rgba(*sheen, 1);
+        params["sheenRoughness"] = Tidy(read.Number(AI_MATKEY_SHEEN_ROUGHNESS_FACTOR).value_or(0));
+    }
+    if (const auto through = read.Number(AI_MATKEY_TRANSMISSION_FACTOR); through && *through > 0) {
+        params["enableTransmission"] = true;
+        params["transmission"] = Tidy(*through);
+    }
+    if (const auto ior = read.Number(AI_MATKEY_REFRACTI); ior && *ior != 1.5 && *ior > 0) {
+        params["enableIndexOfRefraction"] = true;
+        params["indexOfRefraction"] = Tidy(*ior);
+    }
+}
+
 } // namespace
 
 Json PhysicalMaterial(const aiMaterial& from, const std::string& name, Maps& maps) {
@@ -131,7 +153,7 @@ Json GltfMaterial(const aiMaterial& from, const std::string& name, Maps& maps) {
     aiString mode;
     (void)from.Get(AI_MATKEY_GLTF_ALPHAMODE, mode);
     const std::string alpha = mode.C_Str();
-    params["alphaMode"] = alpha == "MASK" ? 1 : alpha == "BLEND" ? 2 : 0;
+    params["alphaMode"] = alpha == "MASK" ? 2 : alpha == "BLEND" ? 3 : 1; // 1 is opaque
     params["alphaCutoff"] = Tidy(read.Number(AI_MATKEY_GLTF_ALPHACUTOFF).value_or(0.5));
     params["DoubleSided"] = read.Flag(AI_MATKEY_TWOSIDED);
     int shading = 0;
@@ -141,15 +163,7 @@ Json GltfMaterial(const aiMaterial& from, const std::string& name, Maps& maps) {
         Tidy(read.Number(AI_MATKEY_GLTF_TEXTURE_SCALE(aiTextureType_NORMALS, 0)).value_or(1));
     params["ambientOcclusion"] =
         Tidy(read.Number(AI_MATKEY_GLTF_TEXTURE_STRENGTH(aiTextureType_LIGHTMAP, 0)).value_or(1));
-    if (const auto coat = read.Number(AI_MATKEY_CLEARCOAT_FACTOR); coat && *coat > 0) {
-        params["enableClearCoat"] = true;
-        params["clearcoat"] = Tidy(*coat);
-        params["clearcoatRoughness"] =
-            Tidy(read.Number(AI_MATKEY_CLEARCOAT_ROUGHNESS_FACTOR).value_or(0));
-    }
-    if (IsLit(read.Color(AI_MATKEY_SHEEN_COLOR_FACTOR))) {
-        params["enableSheen"] = true;
-    }
+    PutExtensions(params, read);
     PutMap(params, "baseColorMap",
            FirstMap(from, maps, {aiTextureType_BASE_COLOR, aiTextureType_DIFFUSE}));
     // One picture: metalness in blue, roughness in green.
@@ -160,6 +174,14 @@ Json GltfMaterial(const aiMaterial& from, const std::string& name, Maps& maps) {
     PutMap(params, "normalMap", FirstMap(from, maps, {aiTextureType_NORMALS}));
     PutMap(params, "ambientOcclusionMap", FirstMap(from, maps, {aiTextureType_LIGHTMAP}));
     PutMap(params, "emissionMap", FirstMap(from, maps, {aiTextureType_EMISSIVE}));
+    PutMap(params, "clearcoatMap", maps.FromLibrary(from, AI_MATKEY_CLEARCOAT_TEXTURE));
+    PutMap(params, "clearcoatRoughnessMap",
+           maps.FromLibrary(from, AI_MATKEY_CLEARCOAT_ROUGHNESS_TEXTURE));
+    PutMap(params, "clearcoatNormalMap",
+           maps.FromLibrary(from, AI_MATKEY_CLEARCOAT_NORMAL_TEXTURE));
+    PutMap(params, "sheenColorMap", maps.FromLibrary(from, AI_MATKEY_SHEEN_COLOR_TEXTURE));
+    PutMap(params, "sheenRoughnessMap", maps.FromLibrary(from, AI_MATKEY_SHEEN_ROUGHNESS_TEXTURE));
+    PutMap(params, "transmissionMap", maps.FromLibrary(from, AI_MATKEY_TRANSMISSION_TEXTURE));
     return {{"class", "glTF Material"}, {"name", name}, {"params", std::move(params)}};
 }
 

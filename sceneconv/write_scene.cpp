@@ -66,6 +66,10 @@ Json SceneJson(const SourceScene& scene, const std::filesystem::path& output, Wa
 
 Summary Convert(const std::filesystem::path& input, const std::filesystem::path& output,
                 Warnings& warnings) {
+    std::error_code error;
+    if (std::filesystem::equivalent(input, output, error)) {
+        throw ConvertError(output.string() + ": is the input itself");
+    }
     const SourceScene scene = ReadSource(input, warnings);
     const Json json = SceneJson(scene, output, warnings);
     WriteFile(output, json);

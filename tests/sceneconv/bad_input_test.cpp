@@ -1,6 +1,7 @@
 #include "tests/sceneconv/convert_kit.h"
 
 #include "sceneconv/guarded_run.h"
+#include "sceneconv/write_scene.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -54,8 +55,22 @@ TEST(BadInput, IsNamedInOneLine) {
 TEST(BadInput, UnreadableFilesAndUnwritablePlaces) {
     const Folder folder;
     const auto good = folder.Add("a.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n");
-    sceneconv::Warnings warnings;
     EXPECT_EQ(ErrorOf(good), "");
+    sceneconv::Warnings warnings;
+    const std::pair<std::filesystem::path, const char*> places[] = {
+        {good, "is the input itself"},
+        {folder.Path() / "none" / "out.json", "cannot be written"},
+        {folder.Path(), "cannot be written"}};
+    for (const auto& [place, wanted] : places) {
+        try {
+            sceneconv::Convert(good, place, warnings);
+            ADD_FAILURE() << place << " was written";
+        } catch (const sceneconv::ConvertError& error) {
+            EXPECT_THAT(error.what(), HasSubstr(wanted));
+        }
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1)
+        << "nothing is left behind";
     if (geteuid() != 0) { // nothing is closed to root
         chmod(good.c_str(), 0);
         EXPECT_THAT(ErrorOf(good), HasSubstr("Permission denied"));

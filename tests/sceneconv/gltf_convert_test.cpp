@@ -161,7 +161,7 @@ TEST(GltfMaterials, BecomeTheHostsOwn) {
                                                    {"metalness", 0.7},
                                                    {"roughness", 1.0},
                                                    {"emissionColor", {0.1, 0.0, 0.0}},
-                                                   {"alphaMode", 1},
+                                                   {"alphaMode", 2},
                                                    {"alphaCutoff", 0.3},
                                                    {"DoubleSided", true},
                                                    {"unlit", false},

@@ -1,0 +1,132 @@
+// What the converter writes, opened by the host for which it is written.
+#include "tests/sceneconv/convert_kit.h"
+
+#include "sceneconv/host_classes.h"
+#include "simhost/files/scene_file.h"
+#include "simhost/scene/scene.h"
+
+#include <gencam.h>
+#include <gtest/gtest.h>
+#include <max.h>
+#include <stdmat.h>
+
+#include <cmath>
+
+namespace sceneconv::testing {
+
+namespace {
+
+/// Converts one shared scene and opens it; places of all nodes are those of the scene file.
+class OpenedScene {
+  public:
+    explicit OpenedScene(const std::filesystem::path& input)
+        : view(ConvertFile(input, folder_.Path() / "out.json")) {
+        const auto loaded = simhost::LoadSceneFile((folder_.Path() / "out.json").wstring());
+        EXPECT_TRUE(loaded) << input << ": " << loaded.error;
+    }
+    ~OpenedScene() { simhost::Scene::Reset(); }
+    OpenedScene(const OpenedScene&) = delete;
+    OpenedScene& operator=(const OpenedScene&) = delete;
+
+    [[nodiscard]] INode* Node(const wchar_t* name) const {
+        INode* node = GetCOREInterface()->GetINodeByName(name);
+        EXPECT_NE(node, nullptr);
+        return node;
+    }
+
+  private:
+    Folder folder_;
+
+  public:
+    SceneView view;
+};
+
+class LoadsInHost : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        if (SharedScenes().empty()) {
+            GTEST_SKIP() << "BRIMWAVE_SHARED is not set: no shared scenes";
+        }
+    }
+};
+
+/// All nodes below `node`, compared with the file by name where the name is of one node.
+int CountAndCompare(INode& node, const SceneView& view) {
+    int count = 0;
+    for (int i = 0; i < node.NumberOfChildren(); ++i) {
+        INode* child = node.GetChildNode(i);
+        ++count;
+        std::string name;
+        for (const wchar_t* c = child->GetName(); *c; ++c) {
+            name += static_cast<char>(*c);
+        }
+        const Rows wanted = view.WorldOf(name);
+        const Matrix3 tm = child->GetNodeTM(0);
+        for (int row = 0; row < 4; ++row) {
+            const Point3 got = tm.GetRow(row);
+            ExpectNear({got.x, got.y, got.z}, wanted[static_cast<std::size_t>(row)],
+                       1e-4 * (1 + std::abs(wanted[3][0]) + std::abs(wanted[3][1])),
+                       name + " row " + std::to_string(row));
+        }
+        count += CountAndCompare(*child, view);
+    }
+    return count;
+}
+
+TEST_F(LoadsInHost, EverySharedScene) {
+    const std::pair<const char*, int> scenes[] = {
+        {"pbr_textures/PBR_Textures.FBX", 6},
+        {"engine/2CylinderEngine.FBX", 84},
+        {"instances/Instances.FBX", 3},
+        {"light_orientation/LightOrientation.gltf", 14},
+        {"cameras_and_lights/AnimatedMeshCameraLight.gltf", 48},
+        {"missing_texture/RGBMultiplyMap.gltf", 5}};
+    for (const auto& [file, nodes] : scenes) {
+        const OpenedScene opened(SharedScenes() / file);
+        EXPECT_EQ(CountAndCompare(*GetCOREInterface()->GetRootNode(), opened.view), nodes) << file;
+    }
+}
+
+TEST_F(LoadsInHost, HostMaterialsKeepTheirParametersAndSlots) {
+    const OpenedScene opened(SharedScenes() / "pbr_textures/PBR_Textures.FBX");
+    Mtl* material = opened.Node(L"SphereBaseColorAlpha")->GetMtl();
+    ASSERT_NE(material, nullptr);
+    EXPECT_STREQ(material->ClassName(false).data(), L"Physical Material");
+    EXPECT_EQ(material->ClassID(), Class_ID(0x3d6b1cec, 0xdeadc001));
+    ASSERT_EQ(material->NumParamBlocks(), 1) << "the file's block is the class's own";
+    IParamBlock2* block = material->GetParamBlock(0);
+    float ior = 0;
+    Interval valid = FOREVER;
+    const int index = block->GetDesc()->NameToIndex(L"trans_ior");
+    ASSERT_GE(index, 0);
+    EXPECT_TRUE(block->GetValue(block->GetDesc()->IndextoID(index), 0, ior, valid));
+    EXPECT_FLOAT_EQ(ior, 1.52F);
+    int filled = 0;
+    for (int i = 0; i < material->NumSubTexmaps(); ++i) {
+        auto* bitmap = dynamic_cast<BitmapTex*>(material->GetSubTexmap(i));
+        filled += bitmap ? 1 : 0;
+        if (bitmap) {
+            EXPECT_TRUE(std::wstring(bitmap->GetMapName()).starts_with(L"D:\\Fabrice\\"));
+        }
+    }
+    EXPECT_EQ(filled, 2) << "base colour and transparency";
+}
+
+TEST_F(LoadsInHost, CamerasAndSharedObjects) {
+    {
+        const OpenedScene opened(SharedScenes() /
+                                 "cameras_and_lights/AnimatedMeshCameraLight.gltf");
+        auto* camera = dynamic_cast<GenCamera*>(opened.Node(L"UserCamera")->EvalWorldState(0).obj);
+        ASSERT_NE(camera, nullptr);
+        Interval valid = FOREVER;
+        EXPECT_NEAR(camera->GetFOV(0, valid), 0.785398, 1e-4);
+        EXPECT_EQ(camera->GetManualClip(), 1);
+    }
+    const OpenedScene opened(SharedScenes() / "instances/Instances.FBX");
+    EXPECT_EQ(opened.Node(L"MasterBox")->GetObjectRef(),
+              opened.Node(L"InstanceBox1")->GetObjectRef());
+}
+
+} // namespace
+
+} // namespace sceneconv::testing
