@@ -98,6 +98,10 @@ class SceneLoader {
     int depth_ = 0; // of inline entries
 };
 
+/// The class of an entry that brings definitions of its own. `base` is the catalogue's class, null
+/// for a class that only the file knows; `kind` is then its super class. scene_file_variant.cpp
+[[nodiscard]] ClassVariant BuildVariant(const JsonView& entry, const ClassPtr& base,
+                                        SClass_ID kind);
 /// Fills the mesh from the member "mesh" of an entry. scene_file_mesh.cpp
 void ReadMesh(const JsonView& view, Mesh& mesh);
 /// A transform as scene files write it. scene_file_nodes.cpp
