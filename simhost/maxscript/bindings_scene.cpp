@@ -79,8 +79,10 @@ void RegisterClasses(Interpreter& in) {
     for (const ClassPtr& info : AllClasses()) {
         if (info->scriptName.empty())
             continue;
-        const auto entry = in.DefineClass(info->scriptName, SuperClassNameOf(info->kind));
-        if (!entry->create)
+        const std::wstring super = SuperClassNameOf(info->kind);
+        const auto entry = in.DefineClass(info->scriptName, super);
+        // Classes of different kinds can share a name; the first one has it.
+        if (!entry->create && entry->Super() == super)
             entry->create = [info](Interpreter& i, Arguments& args) {
                 return CreateInstance(i, info, args);
             };

@@ -174,6 +174,9 @@ ExprPtr Parser::ParseOperand() {
     case Tok::Ampersand:
         return ParsePrefixed(UnaryOp::Reference);
     case Tok::Star:
+        // A product cannot go on in the next line.
+        if (Peek().blankAfter)
+            Fail(L"<factor>");
         return ParsePrefixed(UnaryOp::Dereference);
     default:
         return ParseSuffixes(ParsePrimary());

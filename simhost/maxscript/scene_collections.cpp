@@ -88,7 +88,7 @@ class MaterialLibrary final : public Object {
     bool GetIndex(Interpreter&, const Value& index, Value& result) override {
         MtlBaseLib& library = Library();
         if (const auto* name = index.As<StringObject>()) {
-            for (int i = 0; i < library.Count(); ++i) {
+            for (int i = 0; i < library.Count() && result.IsUndefined(); ++i) {
                 MtlBase* mtl = library[i];
                 if (mtl && EqualNoCase(mtl->GetName().data(), name->Text()))
                     result = WrapThing(mtl);

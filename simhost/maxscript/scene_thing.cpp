@@ -7,6 +7,7 @@
 #include "simhost/classes/catalogue.h"
 #include "simhost/maxscript/convert.h"
 #include "simhost/maxscript/interpreter.h"
+#include "simhost/maxscript/number.h"
 #include "simhost/maxscript/raise.h"
 #include "simhost/maxscript/scene_params.h"
 #include "simhost/maxscript/scene_value.h"
@@ -88,6 +89,46 @@ bool GetBitmapFile(Animatable& thing, const std::wstring& name, Value& result) {
         return false;
     const MCHAR* path = bitmap->GetMapName();
     result = MakeString(path ? path : L"");
+    return true;
+}
+
+// A ramp's flag: flag__1 is the start, flag__2 the end, all others lie between.
+class RampFlag final : public Object {
+  public:
+    RampFlag(Entity& ramp, size_t index)
+        : ramp_(Animatable::GetHandleByAnim(ramp.Self())), index_(index) {}
+    void Print(Printer& printer, bool) const override {
+        printer.Put(L"SubAnim:Flag__" + std::to_wstring(index_ + 1));
+    }
+    [[nodiscard]] std::wstring ClassName() const override { return L"SubAnim"; }
+    bool GetProperty(Interpreter& interpreter, const std::wstring& name, Value& result) override {
+        const wchar_t* table = name == L"position" ? L"positions" : L"colors";
+        if (name != L"position" && name != L"color")
+            return false;
+        Entity* ramp = EntityOf(Animatable::GetAnimByHandle(ramp_));
+        if (!ramp)
+            RaiseRuntime(L"attempt to access a deleted scene object");
+        const Value index = Value::Integer(static_cast<int32_t>(index_ + 1));
+        result = interpreter.GetIndex(ReadParam(*ramp, ramp->FindParam(table)), index);
+        return true;
+    }
+
+  private:
+    AnimHandle ramp_;
+    size_t index_;
+};
+
+bool GetRampFlag(Interpreter& interpreter, Entity& entity, const std::wstring& name,
+                 Value& result) {
+    constexpr std::wstring_view prefix = L"flag__";
+    const ParamPlace positions = entity.FindParam(L"positions");
+    if (!name.starts_with(prefix) || !positions.Known())
+        return false;
+    const auto number = LeadingWhole(name.substr(prefix.size()));
+    const Value count = interpreter.GetProperty(ReadParam(entity, positions), L"count");
+    if (!number || *number < 1 || *number > count.AsWhole())
+        return false;
+    result = {std::make_shared<RampFlag>(entity, static_cast<size_t>(*number) - 1)};
     return true;
 }
 
@@ -185,19 +226,22 @@ std::wstring ScriptSuperClassName(Animatable& thing) {
 }
 
 bool GetThingProperty(Entity& entity, const std::wstring& name, Value& result) {
-    if (const ParamPlace place = entity.FindParam(name); place.Known()) {
-        result = ReadParam(entity, place);
-        return true;
-    }
-    if (const int sub = FindSubObject(entity, name); sub >= 0) {
+    // A class can have both a sub-object and a parameter that refers to it.
+    const int sub = FindSubObject(entity, name);
+    if (sub >= 0 && entity.SubObject(sub)) {
         entity.faults.Check(Call::GetReference);
         result = WrapThing(entity.SubObject(sub));
         return true;
     }
-    if (const ParamPlace place = FindSqueezed(entity, name); place.Known()) {
+    ParamPlace place = entity.FindParam(name);
+    if (!place.Known() && sub < 0)
+        place = FindSqueezed(entity, name);
+    if (place.Known()) {
         result = ReadParam(entity, place);
         return true;
     }
+    if (sub >= 0)
+        return true; // an empty role
     // A material shows its shader's parameters as its own.
     Entity* shader = EntityOf(entity.SubObject(L"shader"));
     return shader && GetThingProperty(*shader, name, result);
@@ -251,13 +295,15 @@ std::wstring ThingValue::SuperClassName() const {
     return ScriptSuperClassName(Thing());
 }
 
-bool ThingValue::GetProperty(Interpreter&, const std::wstring& name, Value& result) {
+bool ThingValue::GetProperty(Interpreter& interpreter, const std::wstring& name, Value& result) {
     Animatable& thing = Thing();
     if (GetNamed(thing, name, result))
         return true;
     Entity* entity = EntityOf(&thing);
-    return (entity && GetThingProperty(*entity, name, result)) ||
-           GetBitmapFile(thing, name, result);
+    if (entity && (GetThingProperty(*entity, name, result) ||
+                   GetRampFlag(interpreter, *entity, name, result)))
+        return true;
+    return GetBitmapFile(thing, name, result);
 }
 
 bool ThingValue::SetProperty(Interpreter&, const std::wstring& name, const Value& value) {
