@@ -62,7 +62,9 @@ std::string FbxRelativeName(std::string_view folder, std::string_view file) {
     std::size_t common = 0;
     while (common < from.size() && common + 1 < to.size() && from[common] == to[common])
         ++common;
-    if (common == 0 || (common == 1 && from[0].empty()))
+    // A network share's root is server and share, any other the part before the first slash.
+    const bool share = to.size() > 1 && to[0].empty() && to[1].empty();
+    if (folder.empty() || common < (share ? 4u : 1u))
         return std::string(file);
     std::string name;
     for (std::size_t i = common; i < from.size(); ++i)

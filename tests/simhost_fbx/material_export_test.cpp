@@ -141,11 +141,12 @@ TEST(FbxTextures, AreNamedFromTheFileThatUsesThem) {
         {"C:\\jobs\\one", "C:\\jobs\\one\\maps\\a.png", "maps\\a.png"},
         {"C:\\jobs\\one\\", "C:\\maps\\a.png", "..\\..\\maps\\a.png"},
         {"C:\\jobs\\one\\", "D:\\maps\\a.png", "D:\\maps\\a.png"},
-        {"/jobs/one/", "/maps/a.png", "/maps/a.png"},
+        {"/jobs/one/", "/maps/a.png", "..\\..\\maps\\a.png"},
         {"/jobs/one/", "/jobs/two/a.png", "..\\two\\a.png"},
         {"C:\\jobs\\one\\", "a.png", "a.png"},
         {"", "C:\\maps\\a.png", "C:\\maps\\a.png"},
         {"\\\\server\\share\\job\\", "\\\\server\\share\\maps\\a.png", "..\\maps\\a.png"},
+        {"\\\\server\\share\\job\\", "\\\\server\\other\\a.png", "\\\\server\\other\\a.png"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(simhost::FbxRelativeName(row.folder, row.file), row.relative) << row.folder;
