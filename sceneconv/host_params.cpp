@@ -12,6 +12,7 @@ namespace sceneconv {
 namespace {
 
 constexpr std::string_view kPrefix = "3dsMax|";
+constexpr std::uint32_t kMaterialSuperClass = 0xc00;
 
 /// A property's place: block, name, and the index when it is one entry of a table.
 struct Place {
@@ -217,7 +218,7 @@ Json SuperClassName(std::uint32_t super) {
         return "camera";
     case 0x30:
         return "light";
-    case 0xc00:
+    case kMaterialSuperClass:
         return "material";
     default:
         return super;
@@ -262,10 +263,12 @@ Json HostEntry(const FbxObject& object, const HostClass& hostClass, const std::s
     if (!name.empty()) {
         entry["name"] = ToUtf8(name);
     }
+    entry["class_id"] = {hostClass.partA, hostClass.partB};
     if (hostClass.name.empty()) {
-        entry["class_id"] = {hostClass.partA, hostClass.partB};
         entry["super_class"] = SuperClassName(hostClass.super);
-        entry["slot_list"] = SlotList(blocks);
+        if (hostClass.super == kMaterialSuperClass) {
+            entry["slot_list"] = SlotList(blocks);
+        }
     }
     entry["blocks"] = std::move(blocks);
     return entry;

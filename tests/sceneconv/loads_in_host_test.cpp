@@ -1,7 +1,7 @@
 // What the converter writes, opened by the host for which it is written.
 #include "tests/sceneconv/convert_kit.h"
+#include "tests/sceneconv/fbx_text.h"
 
-#include "sceneconv/host_classes.h"
 #include "simhost/files/scene_file.h"
 #include "simhost/scene/scene.h"
 
@@ -125,6 +125,74 @@ TEST_F(LoadsInHost, CamerasAndSharedObjects) {
     const OpenedScene opened(SharedScenes() / "instances/Instances.FBX");
     EXPECT_EQ(opened.Node(L"MasterBox")->GetObjectRef(),
               opened.Node(L"InstanceBox1")->GetObjectRef());
+}
+
+/// Every class that is known by its ids, with a parameter that it has and one that it lacks.
+TEST(HostClasses, AreThoseOfTheHost) {
+    constexpr int material = 0xc00;
+    constexpr int light = 0x30;
+    constexpr int camera = 0x20;
+    const struct {
+        std::uint32_t a, b;
+        int super;
+        const wchar_t* name;
+    } classes[] = {
+        {0x2, 0, material, L"Standard (Legacy)"},
+        {0x100, 0, material, L"Top/Bottom"},
+        {0x200, 0, material, L"Multi/Sub-Object"},
+        {0x210, 0, material, L"Double Sided"},
+        {0x250, 0, material, L"Blend"},
+        {0x255, 0, material, L"Shell Material"},
+        {0x260, 0, material, L"Matte/Shadow"},
+        {0x3d6b1cec, 0xdeadc001, material, L"Physical Material"},
+        {0x61dc0cd7, 0x13640af6, material, L"Composite"},
+        {0x6912ab89, 0x87151720, material, L"\rCoronaPhysicalMtl"},
+        {0x70be6506, 0x448931dd, material, L"CoronaLegacyMtl"},
+        {0x53b7717a, 0x500d5093, material, L"CoronaLightMtl"},
+        {0x65486584, 0x8425554e, material, L"CoronaLayeredMtl"},
+        {0x37bf3f2f, 0x7034695c, material, L"VRayMtl"},
+        {0x38420192, 0x45fe4e1b, material, L"glTF Material"},
+        {0x12345678, 0x9abcdef0, material, L"Class 0x12345678,0x9abcdef0"},
+        {0x1011, 0, light, L"Omni"},
+        {0x1012, 0, light, L"Target Spot"},
+        {0x1013, 0, light, L"Free Direct"},
+        {0x1014, 0, light, L"Free Spot"},
+        {0x1015, 0, light, L"Target Direct"},
+        {0x7bf61478, 0x522e4705, light, L"Skylight"},
+        {0x423045e5, 0x294c5879, light, L"CoronaLight"},
+        {0x12345678, 1, light, L"Class 0x12345678,0x00000001"},
+        {0x1001, 0, camera, L"Free"},
+        {0x1002, 0, camera, L"Target"},
+        {0x46697218, 0x28e8008d, camera, L"Physical"},
+    };
+    for (const auto& c : classes) {
+        const std::string params = ClassOf(c.a, c.b, c.super) +
+                                   P("3dsMax|Own|some Texmap", "Reference", "") +
+                                   P("3dsMax|Own|some value", "Float", "3");
+        const bool isMaterial = c.super == material;
+        const std::string held = isMaterial ? Mesh(100, 0, 0) + HostMaterial(300, "M", params)
+                                            : Object("NodeAttribute", 300, "",
+                                                     c.super == light ? "Light" : "Camera", params);
+        std::vector<Link> links = {{200, 0, ""}, {300, 200, ""}};
+        if (isMaterial) {
+            links.push_back({100, 200, ""});
+        }
+        const Folder folder;
+        const OpenedScene opened(folder.Add("a.fbx", Fbx(Model(200, "N",
+                                                               isMaterial         ? "Mesh"
+                                                               : c.super == light ? "Light"
+                                                                                  : "Camera") +
+                                                             held,
+                                                         links)));
+        INode* node = opened.Node(L"N");
+        ASSERT_NE(node, nullptr);
+        auto* thing = isMaterial ? static_cast<ReferenceTarget*>(node->GetMtl())
+                                 : static_cast<ReferenceTarget*>(node->GetObjectRef());
+        ASSERT_NE(thing, nullptr);
+        EXPECT_STREQ(thing->ClassName(false).data(), c.name);
+        EXPECT_TRUE(thing->ClassID() == Class_ID(c.a, c.b)) << c.a;
+        EXPECT_EQ(static_cast<int>(thing->SuperClassID()), c.super) << c.a;
+    }
 }
 
 } // namespace
