@@ -14,6 +14,7 @@
 #include <stdmat.h>
 
 #include <algorithm>
+#include <optional>
 #include <unordered_set>
 
 namespace brimwave {
@@ -72,42 +73,46 @@ class Collection {
             if (IsBitmapTexmap(map))
                 stored = StoredPath(map, params_);
         });
-        const std::wstring trimmed(Trimmed(stored));
-        if (!trimmed.empty())
-            Copy(FoundPath(trimmed));
+        const std::wstring path(Trimmed(stored));
+        // Equal texts lead to equal files: looking once is enough, and slow for missing ones.
+        if (!path.empty() && stored_.insert(path).second)
+            Take(path);
     }
 
     TextureCollectResult result;
 
   private:
-    /// The first of the places where the file may be that has it; else `path` itself.
-    [[nodiscard]] std::wstring FoundPath(const std::wstring& path) const {
+    /// The first of the places where the file may be that has it; nothing when none has.
+    [[nodiscard]] std::optional<std::wstring> Find(const std::wstring& path) const {
         if (PathExists(path))
             return path;
         if (!sceneFolder_.empty())
             for (const std::wstring_view name : {std::wstring_view(path), FileNameOf(path)})
                 if (std::wstring beside = sceneFolder_ + std::wstring(name); PathExists(beside))
                     return beside;
-        std::wstring resolved = ResolvedByHost(path);
-        return !resolved.empty() && PathExists(resolved) ? resolved : path;
+        if (std::wstring resolved = ResolvedByHost(path); PathExists(resolved))
+            return resolved;
+        return std::nullopt;
     }
 
-    void Copy(const std::wstring& path) {
-        if (!handled_.insert(path).second)
+    void Take(const std::wstring& path) {
+        const std::optional<std::wstring> file = Find(path);
+        if (!handled_.insert(file.value_or(path)).second)
             return;
-        const std::wstring name(FileNameOf(path));
-        if (!PathExists(path)) {
+        const std::wstring name(FileNameOf(file.value_or(path)));
+        if (!file) {
             result.missing.push_back(L"Missing: " + name);
             return;
         }
-        CopyOver(path, folder_ + name);
+        CopyOver(*file, folder_ + name);
         ++result.copied;
     }
 
     ParamReader params_;
     std::wstring folder_;
     std::wstring sceneFolder_;
-    std::unordered_set<std::wstring> handled_;
+    std::unordered_set<std::wstring> stored_;  // paths as the maps hold them
+    std::unordered_set<std::wstring> handled_; // paths of the files behind them
 };
 
 } // namespace
