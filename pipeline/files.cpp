@@ -11,7 +11,13 @@ void MakeFolder(const std::wstring& path) {
 }
 
 void CopyOver(const std::wstring& from, const std::wstring& to) {
-    CopyFileW(LongPath(from).c_str(), LongPath(to).c_str(), FALSE);
+    const std::wstring source = LongPath(from);
+    const std::wstring target = LongPath(to);
+    if (CopyFileW(source.c_str(), target.c_str(), FALSE))
+        return;
+    // A copy takes over its source's attributes: a read-only one is in the way of the next.
+    if (SetFileAttributesW(target.c_str(), FILE_ATTRIBUTE_NORMAL))
+        CopyFileW(source.c_str(), target.c_str(), FALSE);
 }
 
 void RemoveFile(const std::wstring& path) {

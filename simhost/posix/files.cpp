@@ -78,6 +78,16 @@ DWORD GetFileAttributesW(LPCWSTR path) {
     return attributes ? attributes : FILE_ATTRIBUTE_NORMAL;
 }
 
+BOOL SetFileAttributesW(LPCWSTR path, DWORD attributes) {
+    struct stat info {};
+    const std::string native = NativePath(path);
+    if (stat(native.c_str(), &info) != 0)
+        return Succeeded(false);
+    const mode_t mode = attributes & FILE_ATTRIBUTE_READONLY ? info.st_mode & ~mode_t{0222}
+                                                             : info.st_mode | S_IWUSR;
+    return Succeeded(chmod(native.c_str(), mode & 07777) == 0);
+}
+
 BOOL CreateDirectoryW(LPCWSTR path, void* /*security*/) {
     if (mkdir(NativePath(path).c_str(), 0777) == 0)
         return TRUE;

@@ -1,7 +1,5 @@
 #include "tests/pipeline/sequence_kit.h"
 
-#include "tests/pipeline/sequence_kit.h"
-
 #include <gmock/gmock.h>
 
 namespace brimwave {
@@ -145,6 +143,79 @@ TEST_F(ExportSequence, RefusedBakeLeavesTheSceneAndReady) {
             L"export!\n\nContinue?",
             L"enable", L"status 0: Ready."));
     EXPECT_TRUE(std::filesystem::is_empty(exchange.NativePath()));
+    ExpectSceneAsBefore();
+}
+
+TEST_F(ExportSequence, RenderableSplinesTravelAsMeshesUnderTheirName) {
+    scene["nodes"][0]["children"][1]["material"] = "steel";
+    Open();
+    http->Answer(200, kAccount).Answer(200, L"");
+    ExportAndSend(panel);
+    EXPECT_EQ(panel.status, L"Done  OK  Objects: 3");
+    const std::string package = http->Requests().back().body.value_or("");
+    EXPECT_NE(package.find("\"object_name\": \"Cable\""), std::string::npos);
+    EXPECT_EQ(package.find("_bwSplineSrc"), std::string::npos);
+    const std::string fbx = TempFolder::Read(exchange.Path(JobFolder() + L"\\room.fbx"));
+    using namespace std::string_literals;
+    EXPECT_NE(fbx.find("Cable\0\1Model"s), std::string::npos);
+    ExpectSceneAsBefore();
+}
+
+TEST_F(ExportSequence, BakesAfterYesAndStillRemovesTheTwins) {
+    http->Answer(200, kAccount).Answer(200, L"");
+    panel.bakeGeometry = true;
+    std::wstring nodesAtConfirm;
+    panel.onCall = [&](const std::wstring& line) {
+        if (line.starts_with(L"confirm"))
+            for (INode* node : AllNodes())
+                nodesAtConfirm += node->GetName() + std::wstring(L" ");
+    };
+    ExportAndSend(panel);
+    EXPECT_THAT(panel.calls, ::testing::Contains(StartsWith(L"confirm [Bake Geometry]")));
+    EXPECT_EQ(panel.status, L"Done  OK  Objects: 2");
+    // The twins are made before the question, and gone in the end; the group was opened.
+    EXPECT_NE(nodesAtConfirm.find(L"Cable_bwSplineSrc"), std::wstring::npos);
+    std::vector<std::wstring> names;
+    for (INode* node : AllNodes())
+        names.emplace_back(node->GetName());
+    EXPECT_THAT(names, ::testing::UnorderedElementsAre(L"Wall", L"Cable", L"Door"));
+    EXPECT_STREQ(NodeNamed(L"Wall")->GetObjectRef()->ClassName(false).data(), L"Editable Poly");
+    EXPECT_STREQ(NodeNamed(L"Cable")->GetObjectRef()->ClassName(false).data(), L"Line");
+    EXPECT_THAT(NodeMaterialNames(), ::testing::UnorderedElementsAre(L"Wall Paint", L"Wall#Paint"));
+}
+
+TEST_F(ExportSequence, TellsWhatTheVRayConversionDid) {
+    scene["materials"]["vray"] = {{"class", "VRayMtl"}, {"name", "v"}};
+    scene["nodes"].push_back(BoxNode("Lamp shade", "vray"));
+    const ScopedVariable asked("BRIMWAVE_VRAY_CONVERT", "1");
+    const ScopedVariable converter(
+        "BRIMWAVE_CORONA_CONVERTER",
+        WideToUtf8(work.Write(L"converter.ms",
+                              "struct BW_settings (silent, printInfo)\n"
+                              "struct BW_converter (converterSettings = BW_settings(),\n"
+                              "    fn convertNodeArray nodes = if nodes.count > 1 do throw \"2\")\n"
+                              "::CoronaConverter = BW_converter()\n")));
+    Open();
+    http->Answer(200, kAccount).Answer(200, L"");
+    ExportAndSend(panel);
+    EXPECT_THAT(panel.Lines(L"status 17"),
+                ElementsAre(L"status 17 busy: V-Ray converted: 1 objects"));
+    EXPECT_EQ(panel.status, L"Done  OK  Objects: 3");
+
+    scene["nodes"].push_back(BoxNode("Another", "vray"));
+    Open();
+    ClearExchange();
+    panel.calls.clear();
+    NewService().Answer(200, kAccount);
+    ExportAndSend(panel);
+    ASSERT_GE(panel.calls.size(), 3u);
+    EXPECT_THAT(
+        std::vector(panel.calls.end() - 3, panel.calls.end()),
+        ElementsAre(L"status 15 busy: Checking for V-Ray materials...",
+                    StartsWith(L"error: V-Ray conversion failed:\nconvertNodeArray failed: "),
+                    L"enable"));
+    EXPECT_FALSE(Exists(JobFolder() + L"\\room.fbx"));
+    ExpectFinished();
     ExpectSceneAsBefore();
 }
 

@@ -74,10 +74,14 @@ ScopedVariable::~ScopedVariable() {
 }
 
 void ScopedVariable::Set(const char* name, const std::string& value) {
+#ifdef _WIN32
+    _putenv_s(name, value.c_str()); // an empty value removes it
+#else
     if (value.empty())
         unsetenv(name);
     else
         setenv(name, value.c_str(), 1);
+#endif
 }
 
 } // namespace brimwave

@@ -1,11 +1,11 @@
 #pragma once
 #include "host/text.h"
 
-#include <unistd.h>
-
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -16,9 +16,8 @@ namespace brimwave::testing {
 class TempFolder {
   public:
     TempFolder() {
-        static int count = 0;
         path_ = std::filesystem::temp_directory_path() /
-                ("brimwave_" + std::to_string(getpid()) + "_" + std::to_string(++count));
+                ("brimwave_" + std::to_string(std::random_device()()));
         std::filesystem::create_directories(path_);
     }
     TempFolder(const TempFolder&) = delete;
@@ -31,8 +30,7 @@ class TempFolder {
 
     /// The full path of `name` inside; of the folder itself when it is empty.
     [[nodiscard]] std::wstring Path(std::wstring_view name = {}) const {
-        const std::string folder = path_.string();
-        std::wstring path(folder.begin(), folder.end()); // temporary folders are plain ASCII
+        const std::wstring path = path_.wstring(); // temporary folders are plain ASCII
         return name.empty() ? path : path + L"\\" + std::wstring(name);
     }
 
@@ -48,10 +46,9 @@ class TempFolder {
 
     /// A wide path as the system's own.
     [[nodiscard]] static std::filesystem::path Native(std::wstring_view path) {
-        std::string text = WideToUtf8(path);
-        for (char& c : text)
-            if (c == '\\')
-                c = '/';
+        const std::string utf8 = WideToUtf8(path);
+        std::u8string text(utf8.begin(), utf8.end());
+        std::replace(text.begin(), text.end(), u8'\\', u8'/');
         return text;
     }
 
