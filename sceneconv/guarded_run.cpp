@@ -3,22 +3,46 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
+#include <iostream>
 
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace sceneconv {
 
-int GuardedRun(const std::function<int()>& work, const std::string& crashText) {
+namespace {
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool kCanLimitMemory = false; // the sanitizer maps terabytes
+#else
+constexpr bool kCanLimitMemory = true;
+#endif
+
+[[noreturn]] void RunInChild(const std::function<int()>& work, std::uint64_t memory) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL); // an interrupted command leaves nothing behind
+    if (kCanLimitMemory && memory > 0) {
+        const rlimit limit{memory, memory};
+        setrlimit(RLIMIT_AS, &limit);
+    }
+    const int result = work();
+    std::cout.flush();
+    std::cerr.flush();
+    std::fflush(nullptr);
+    _exit(result); // what the library leaked or broke is of no interest any more
+}
+
+} // namespace
+
+int GuardedRun(const std::function<int()>& work, const std::string& crashText,
+               std::uint64_t memory) {
     const pid_t child = fork();
     if (child < 0) {
         return work();
     }
     if (child == 0) {
-        prctl(PR_SET_PDEATHSIG, SIGKILL); // an interrupted command leaves nothing behind
-        std::exit(work());
+        RunInChild(work, memory);
     }
     int status = 0;
     while (waitpid(child, &status, 0) < 0) {

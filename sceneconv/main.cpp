@@ -2,8 +2,11 @@
 #include "sceneconv/guarded_run.h"
 #include "sceneconv/write_scene.h"
 
+#include <algorithm>
 #include <iostream>
 #include <new>
+
+#include <unistd.h>
 
 namespace {
 
@@ -23,11 +26,23 @@ int ConvertAndReport(const std::filesystem::path& input, const std::filesystem::
         std::cerr << "sceneconv: " << error.what() << '\n';
     } catch (const std::bad_alloc&) {
         std::cerr << "sceneconv: " << input.string()
-                  << ": is too large for this machine's memory\n";
+                  << ": needs more memory than a file of its size should\n";
     } catch (const std::exception& error) {
         std::cerr << "sceneconv: " << input.string() << ": " << error.what() << '\n';
     }
     return 1;
+}
+
+/// More than real files take, but not all there is: a damaged file can make the library ask for
+/// any amount.
+std::uint64_t MemoryFor(const std::filesystem::path& input) {
+    constexpr std::uint64_t least = std::uint64_t{4} << 30;
+    constexpr std::uint64_t timesFile = 64;
+    const auto pages = static_cast<std::uint64_t>(std::max(sysconf(_SC_PHYS_PAGES), 0L));
+    const auto pageSize = static_cast<std::uint64_t>(std::max(sysconf(_SC_PAGESIZE), 0L));
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(input, error);
+    return std::max(least, pages * pageSize / 2) + (error ? 0 : size * timesFile);
 }
 
 } // namespace
@@ -43,5 +58,6 @@ int main(int argc, char** argv) {
     const std::filesystem::path output = argv[2];
     return sceneconv::GuardedRun([&] { return ConvertAndReport(input, output); },
                                  "sceneconv: " + input.string() +
-                                     ": the import library failed on this file, it is damaged\n");
+                                     ": the import library failed on this file, it is damaged\n",
+                                 MemoryFor(input));
 }

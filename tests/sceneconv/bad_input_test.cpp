@@ -89,6 +89,17 @@ TEST(GuardedRun, TellsResultsAndCrashesApart) {
         "the file is damaged\n");
     EXPECT_EQ(result, 1);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "the file is damaged\n");
+#ifndef __SANITIZE_ADDRESS__ // with it no limit can be set
+    const auto greedy = [] {
+        try {
+            const std::vector<char> much(std::size_t{1} << 31);
+            return much.empty() ? 1 : 2;
+        } catch (const std::bad_alloc&) {
+            return 3;
+        }
+    };
+    EXPECT_EQ(sceneconv::GuardedRun(greedy, "crash", std::uint64_t{1} << 30), 3);
+#endif
 }
 
 } // namespace

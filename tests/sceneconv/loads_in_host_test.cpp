@@ -127,6 +127,39 @@ TEST_F(LoadsInHost, CamerasAndSharedObjects) {
               opened.Node(L"InstanceBox1")->GetObjectRef());
 }
 
+/// The host exports what it opened, and the converter reads that: the same scene again.
+TEST_F(LoadsInHost, AndComesBackFromItsExport) {
+    for (const char* file :
+         {"pbr_textures/PBR_Textures.FBX", "instances/Instances.FBX",
+          "light_orientation/LightOrientation.gltf",
+          "cameras_and_lights/AnimatedMeshCameraLight.gltf", "engine/2CylinderEngine.FBX"}) {
+        const OpenedScene opened(SharedScenes() / file);
+        const Folder folder;
+        const std::filesystem::path exported = folder.Path() / "again.fbx";
+        ASSERT_TRUE(GetCOREInterface()->ExportToFile(exported.wstring().c_str(), TRUE));
+        const SceneView again = ConvertFile(exported, folder.Path() / "again.json");
+        EXPECT_EQ(again.json["nodes"].size(), opened.view.json["nodes"].size()) << file;
+        EXPECT_EQ(again.json["units"], opened.view.json["units"]) << file;
+        for (const Json& node : opened.view.json["nodes"]) {
+            const std::string name = node["name"];
+            const Rows wanted = opened.view.WorldOf(name);
+            const Rows got = again.WorldOf(name);
+            for (std::size_t row = 0; row < 4; ++row) {
+                ExpectNear(got[row], wanted[row], 1e-3 * (1 + std::abs(wanted[row][0])),
+                           std::string(file) + " " + name + " row " + std::to_string(row));
+            }
+            const auto classOf = [&](const SceneView& view) {
+                const Json& object = view.Object(name);
+                return object.is_object() ? object["class"].get<std::string>() : std::string();
+            };
+            EXPECT_EQ(classOf(again), classOf(opened.view)) << file << " " << name;
+            EXPECT_EQ(again.Node(name).value("material", Json()).is_null(),
+                      node.value("material", Json()).is_null())
+                << file << " " << name;
+        }
+    }
+}
+
 /// Every class that is known by its ids, with a parameter that it has and one that it lacks.
 TEST(HostClasses, AreThoseOfTheHost) {
     constexpr int material = 0xc00;
