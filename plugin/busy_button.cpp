@@ -7,7 +7,7 @@ void BusyButton::Enable(HWND dialog, bool on) {
     if (!button)
         return;
     if (!on && GetFocus() == button) {
-        SendMessageW(dialog, WM_NEXTDLGCTL, 0, FALSE);
+        SendMessageW(dialog, WM_NEXTDLGCTL, TRUE, FALSE); // to the one before
         focusWentTo_ = GetFocus();
     }
     EnableWindow(button, on);

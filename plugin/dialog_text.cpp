@@ -2,8 +2,7 @@
 
 namespace brimwave {
 
-std::wstring ControlText(HWND dialog, int control) {
-    const HWND window = GetDlgItem(dialog, control);
+std::wstring WindowText(HWND window) {
     const int length = GetWindowTextLengthW(window);
     if (length <= 0)
         return {};
@@ -12,6 +11,10 @@ std::wstring ControlText(HWND dialog, int control) {
     const int copied = GetWindowTextW(window, text.data(), length + 1);
     text.resize(static_cast<std::size_t>(copied));
     return text;
+}
+
+std::wstring ControlText(HWND dialog, int control) {
+    return WindowText(GetDlgItem(dialog, control));
 }
 
 void SetControlText(HWND dialog, int control, std::wstring_view text) {

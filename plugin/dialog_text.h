@@ -6,7 +6,8 @@
 
 namespace brimwave {
 
-/// The whole text of a control, however long; empty when there is no such control.
+/// The whole text of a window or control, however long; empty when there is none.
+[[nodiscard]] std::wstring WindowText(HWND window);
 [[nodiscard]] std::wstring ControlText(HWND dialog, int control);
 void SetControlText(HWND dialog, int control, std::wstring_view text);
 

@@ -1,6 +1,10 @@
 #include "plugin/link_label.h"
 
+#include "plugin/dialog_text.h"
+
 #include <commctrl.h>
+
+#include <algorithm>
 
 namespace brimwave {
 namespace {
@@ -16,13 +20,24 @@ COLORREF LinkColour() {
     return brightness > 3 * 128 ? RGB(0, 90, 180) : RGB(120, 190, 255);
 }
 
+/// Around the text, which stands in the middle of the label.
 void DrawFocus(HWND label) {
+    const HDC device = GetDC(label);
+    if (!device)
+        return;
+    const HGDIOBJ before =
+        SelectObject(device, reinterpret_cast<HGDIOBJ>(SendMessageW(label, WM_GETFONT, 0, 0)));
+    const std::wstring text = WindowText(label);
     RECT area{};
     GetClientRect(label, &area);
-    if (const HDC device = GetDC(label)) {
-        DrawFocusRect(device, &area);
-        ReleaseDC(label, device);
-    }
+    SIZE size{};
+    GetTextExtentPoint32W(device, text.c_str(), static_cast<int>(text.size()), &size);
+    const LONG margin = std::max(0L, (area.right - size.cx) / 2 - 3);
+    area.left += margin;
+    area.right -= margin;
+    DrawFocusRect(device, &area);
+    SelectObject(device, before);
+    ReleaseDC(label, device);
 }
 
 LRESULT CALLBACK LinkProc(HWND label, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,

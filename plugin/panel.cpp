@@ -60,6 +60,8 @@ INT_PTR Panel::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case kBalanceChecked:
         OnBalanceChecked(lParam);
         return TRUE;
+    case WM_NOTIFY:
+        return tips_.OnNotify(state_.dialog, *reinterpret_cast<NMHDR*>(lParam));
     case WM_CTLCOLORSTATIC:
         if (GetDlgCtrlID(reinterpret_cast<HWND>(lParam)) == IDC_LINK)
             return reinterpret_cast<INT_PTR>(LinkLabel::Colours(reinterpret_cast<HDC>(wParam)));
@@ -82,6 +84,7 @@ void Panel::OnInit(HWND dialog) {
     SetControlText(dialog, IDC_VERSION, L"v" BRIMWAVE_VERSION);
     SetControlText(dialog, IDC_LINK, ServiceWebAddress());
     link_.Attach(GetDlgItem(dialog, IDC_LINK));
+    tips_.Attach(dialog, {IDC_BALANCE, IDC_STATUS, IDC_JOB});
     SendDlgItemMessageW(dialog, IDC_PROGRESS, PBM_SETRANGE, 0, MAKELPARAM(0, 100));
     ApplySettings();
     // Opened again while an export runs: the export goes on in this window.

@@ -2,6 +2,7 @@
 #include "plugin/accelerator_pause.h"
 #include "plugin/balance_check.h"
 #include "plugin/banner.h"
+#include "plugin/label_tips.h"
 #include "plugin/link_label.h"
 #include "plugin/panel_state.h"
 #include "service/account.h"
@@ -53,6 +54,7 @@ class Panel {
     PanelState state_;
     Banner banner_;
     LinkLabel link_;
+    LabelTips tips_;
     std::optional<AcceleratorPause> typing_; // while an edit box has the focus
     std::unique_ptr<BalanceCheck> check_;    // while one runs
 };

@@ -70,6 +70,15 @@ class CommandsTest : public ::testing::Test {
         return texts;
     }
 
+    /// The handler of a link may have come to the foreground.
+    void FocusLink() {
+        host_.OnUiThread([this] {
+            SetForegroundWindow(host_.Panel());
+            SetFocus(host_.Control(IDC_LINK));
+        });
+        host_.User().WaitUntil([this] { return host_.Focus() == IDC_LINK; });
+    }
+
     ScratchFolder settings_;
     PanelHost host_{settings_.Path().wstring()};
 };
@@ -96,7 +105,9 @@ TEST_F(CommandsTest, RefreshAsksForATokenFirst) {
 }
 
 TEST_F(CommandsTest, TheFolderBrowserFillsTheFolderIn) {
-    const std::wstring chosen = settings_.File(L"chosen");
+    // Outside the user's own folders, where not every browser finds its way to a given folder.
+    const ScratchFolder outside(L"C:\\");
+    const std::wstring chosen = outside.File(L"chosen");
     std::filesystem::create_directory(chosen);
     host_.Type(IDC_FOLDER, chosen); // where the browser begins
     host_.User().Press(host_.Control(IDC_BROWSE));
@@ -130,6 +141,24 @@ TEST_F(CommandsTest, OtherNotificationsAndMessagesDoNothing) {
     EXPECT_TRUE(host_.Messages().empty());
     EXPECT_EQ(host_.Text(IDC_STATUS), L"Ready.");
     EXPECT_EQ(host_.Text(IDC_BALANCE), L"-");
+}
+
+TEST_F(CommandsTest, ATextThatIsTooLongShowsInATip) {
+    const auto tip = [this](int label) {
+        NMTTDISPINFOW about{};
+        about.hdr.code = TTN_GETDISPINFOW;
+        about.hdr.idFrom = static_cast<UINT_PTR>(label);
+        std::wstring text;
+        host_.OnUiThread([&] {
+            SendMessageW(host_.Panel(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&about));
+            text = about.lpszText;
+        });
+        return text;
+    };
+    const std::wstring job = L"Job: " + std::wstring(200, L'x') + L"_abcdefgh";
+    SetWindowTextW(host_.Control(IDC_JOB), job.c_str());
+    EXPECT_EQ(tip(IDC_JOB), job);
+    EXPECT_EQ(tip(IDC_STATUS), L"") << "no tip for what can be read anyway";
 }
 
 constexpr std::wstring_view kRecordLink = L"--record-link";
@@ -190,11 +219,14 @@ TEST_F(CommandsTest, TheLinkOpensByMouseAndByKeyboard) {
          }},
         {"Enter",
          [this] {
-             while (host_.Focus() != IDC_LINK)
-                 host_.User().PressKey(VK_TAB);
+             FocusLink();
              host_.User().PressKey(VK_RETURN);
          }},
-        {"Space", [this] { host_.User().PressKey(VK_SPACE); }},
+        {"Space",
+         [this] {
+             FocusLink();
+             host_.User().PressKey(VK_SPACE);
+         }},
     };
     for (const auto& [name, open] : ways) {
         const std::wstring file = settings_.File(L"opened.txt");

@@ -22,11 +22,10 @@ std::wstring PluginPath() {
         .wstring();
 }
 
-ScratchFolder::ScratchFolder() {
+ScratchFolder::ScratchFolder(const std::filesystem::path& parent) {
     static int count = 0;
-    path_ =
-        std::filesystem::temp_directory_path() /
-        (L"brimwave_" + std::to_wstring(GetCurrentProcessId()) + L"_" + std::to_wstring(++count));
+    path_ = parent / (L"brimwave_" + std::to_wstring(GetCurrentProcessId()) + L"_" +
+                      std::to_wstring(++count));
     std::filesystem::create_directories(path_);
 }
 

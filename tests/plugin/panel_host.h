@@ -23,7 +23,8 @@ namespace brimwave::testing {
 /// A folder of one test, removed at its end.
 class ScratchFolder {
   public:
-    ScratchFolder();
+    ScratchFolder() : ScratchFolder(std::filesystem::temp_directory_path()) {}
+    explicit ScratchFolder(const std::filesystem::path& parent);
     ~ScratchFolder();
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;

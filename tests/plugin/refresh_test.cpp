@@ -102,7 +102,7 @@ TEST_F(RefreshTest, TheFocusComesBackToTheButton) {
     Delay(300);
     host_->User().PressKey(VK_SPACE);
     EXPECT_FALSE(RefreshOn());
-    EXPECT_EQ(host_->Focus(), IDC_FOLDER) << "a disabled button must not keep the focus";
+    EXPECT_EQ(host_->Focus(), IDC_SAVE) << "a disabled button must not keep the focus";
     host_->User().WaitUntil([this] { return RefreshOn(); });
     EXPECT_EQ(host_->Focus(), IDC_REFRESH);
 }
