@@ -28,6 +28,8 @@ constexpr Row kClasses[] = {
     {0x00000250, 0x00000000, kMaterial, "Blend"},
     {0x00000255, 0x00000000, kMaterial, "Shell Material"},
     {0x00000260, 0x00000000, kMaterial, "Matte/Shadow"},
+    {0x27190ff4, 0x329b106e, kMaterial, "Raytrace"},
+    {0x272c0d4b, 0x432a414b, kMaterial, "XRef Material"},
     {0x3d6b1cec, 0xdeadc001, kMaterial, "Physical Material"},
     {0x61dc0cd7, 0x13640af6, kMaterial, "Composite"},
     {0x6912ab89, 0x87151720, kMaterial, "\rCoronaPhysicalMtl"},

@@ -270,6 +270,12 @@ TEST(FbxRecords, DamageIsToldNotFollowed) {
     ASSERT_EQ(records.size(), 1U);
     EXPECT_EQ(records[0].name, "A");
     EXPECT_EQ(records[0].Integer(0), -7);
+    // from 7.5 on the three numbers are twice as wide
+    const auto wide = [&](std::uint32_t n) { return number(n) + number(0); };
+    const auto later = ReadFbxRecords(magic.substr(0, 23) + number(7500) + wide(58) + wide(1) +
+                                      wide(5) + "\1AI" + number(9) + std::string(25, '\0'));
+    ASSERT_EQ(later.size(), 1U);
+    EXPECT_EQ(later[0].Integer(0), 9);
 }
 
 } // namespace

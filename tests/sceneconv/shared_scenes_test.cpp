@@ -149,7 +149,6 @@ TEST_F(SharedScenesTest, Engine) {
               scene.Object("Head_Stud_123-006_0_Parts_1"));
     EXPECT_EQ(scene.Node("Piston_123-844_0_Parts")["parent"], "Piston_Sub__0_Parts");
     // The host points such a light along its -z; in the file it is turned to -y and back. Its
-    // scale of 100 is the file's.
     const Rows sun = scene.WorldOf("Sunlight__Front-Upper-Left");
     ExpectNear(sun[2], {-57.735, -57.735, 57.735}, 1e-2, "it comes from front upper left");
 }
