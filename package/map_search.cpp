@@ -90,27 +90,49 @@ void ReplaceAll(std::wstring& text, std::wstring_view what, std::wstring_view wi
         text.replace(at, what.size(), with);
 }
 
-} // namespace
+/// `find` sets the local; the body reads it.
+std::wstring ScriptOf(std::wstring_view functions, const std::wstring& local,
+                      std::wstring_view find, std::wstring_view body) {
+    std::wstring script = L"(";
+    script += functions;
+    script += L"local " + local + L" = undefined\n";
+    script += find;
+    script += L"if " + local + L" == undefined then (\"ERROR:NOTFOUND\") else (";
+    script += body;
+    script += L"))";
+    return script;
+}
 
-std::optional<std::wstring> RunOnMap(MtlBase& map, MapSearch search, std::wstring_view body) {
+std::wstring ScriptByHandle(MtlBase& map, MapSearch search, std::wstring_view body) {
+    const std::wstring local = NamesOf(search).local;
+    const std::wstring handle = std::to_wstring(Animatable::GetHandleByAnim(&map));
+    return ScriptOf({}, local,
+                    L"try ( " + local + L" = getAnimByHandle " + handle + L"P ) catch();\n", body);
+}
+
+std::wstring ScriptByName(MtlBase& map, MapSearch search, std::wstring_view body) {
     const SearchNames names = NamesOf(search);
     std::wstring functions = FindFunction(search);
     functions += driver;
     ReplaceAll(functions, L"$F", names.find);
     ReplaceAll(functions, L"$D", names.driver);
-    const std::wstring local = names.local;
-    const std::wstring name = EscapeScriptString(HostText(map.GetName()));
-    const std::wstring handle = std::to_wstring(Animatable::GetHandleByAnim(&map));
+    std::wstring find = names.local;
+    find += L" = ";
+    find += names.driver;
+    find += L" \"" + EscapeScriptString(HostText(map.GetName())) + L"\";\n";
+    return ScriptOf(functions, names.local, find, body);
+}
 
-    std::wstring script = L"(" + functions;
-    script += L"local " + local + L" = undefined\n";
-    script += L"try ( " + local + L" = getAnimByHandle " + handle + L"P ) catch();\n";
-    script += L"if " + local + L" == undefined do ( " + local + L" = " + names.driver + L" \"" +
-              name + L"\" )\n";
-    script += L"if " + local + L" == undefined then (\"ERROR:NOTFOUND\") else (";
-    script += body;
-    script += L"))";
-    auto reply = RunScriptString(script);
+bool Found(const std::optional<std::wstring>& reply) {
+    return reply && *reply != L"ERROR:NOTFOUND";
+}
+
+} // namespace
+
+std::optional<std::wstring> RunOnMap(MtlBase& map, MapSearch search, std::wstring_view body) {
+    auto reply = RunScriptString(ScriptByHandle(map, search, body));
+    if (!Found(reply))
+        reply = RunScriptString(ScriptByName(map, search, body));
     if (reply && reply->starts_with(L"ERROR:"))
         return std::nullopt;
     return reply;

@@ -1,14 +1,11 @@
 #include "package/node_children.h"
 
 #include "host/sdk_compat.h"
+#include "package/layers.h"
 #include "package/slot_flags.h"
 
 namespace brimwave {
 namespace {
-
-// Tables of flags in which layered material classes keep which layer counts, by layer.
-constexpr const wchar_t* layerFlagTables[] = {L"layersOn", L"layerEnabled", L"mapEnables",
-                                              L"masksOn"};
 
 /// Builds the pieces of one node.
 class ChildCollector {
@@ -107,59 +104,21 @@ class ChildCollector {
     }
 
     void AddLayers(Mtl& material, std::wstring_view className) {
-        if (package_.params.CountElements(&material, L"blendAmounts") >= 0)
-            AddBlendedLayers(material);
-        if (className != L"Material Output Selector" && className != L"Material_Output_Selector")
-            return;
-        auto* const source = dynamic_cast<Mtl*>(package_.params.FindParamRef(&material, L"source"));
-        if (source)
-            AddLayer(1, source, std::nullopt, L"1");
+        int number = 0;
+        for (const Layer& layer : ReadLayers(package_, material, className))
+            AddLayer(++number, layer);
     }
 
-    void AddBlendedLayers(Mtl& material) {
-        const wchar_t* const flags = LayerFlagTable(material);
-        const int count = material.NumSubMtls();
-        for (int i = 0; i < count; ++i) {
-            std::optional<bool> enabled;
-            if (flags)
-                enabled = package_.params.FindTabNumber(&material, flags, i).value_or(1.0f) != 0;
-            AddLayer(i + 1, material.GetSubMtl(i), enabled, BlendAmount(material, i));
-        }
-    }
-
-    const wchar_t* LayerFlagTable(Mtl& material) {
-        for (const wchar_t* const name : layerFlagTables)
-            if (package_.params.CountElements(&material, name) >= 0)
-                return name;
-        return nullptr;
-    }
-
-    /// The table's entry, else a parameter of the layer's own, as stored.
-    std::wstring BlendAmount(Mtl& material, int layer) {
-        ParamValue value = package_.params.GetTabParamValue(&material, L"blendAmounts", layer);
-        if (!value)
-            value =
-                package_.params.FindParamValue(&material, L"blend_" + std::to_wstring(layer + 1));
-        if (value.kind == ParamKind::Float)
-            return FormatJsonFloat(value.floatValue);
-        if (value.kind == ParamKind::Int)
-            return std::to_wstring(value.intValue);
-        if (const auto number = package_.params.FindTabNumber(&material, L"blendAmounts", layer))
-            return FormatJsonFloat(*number);
-        return L"null";
-    }
-
-    void AddLayer(int number, Mtl* material, std::optional<bool> enabled,
-                  const std::wstring& amount) {
+    void AddLayer(int number, const Layer& layer) {
         BeginChildMember();
         text_ += L"  \"layer_" + std::to_wstring(number) + L"\": {\n" + indent_;
         text_ += L"    \"material\": ";
-        AddChild(material);
-        if (enabled) {
+        AddChild(layer.material);
+        if (layer.enabled) {
             text_ += L",\n" + indent_ + L"    \"enabled\": ";
-            text_ += BoolToJson(*enabled);
+            text_ += BoolToJson(*layer.enabled);
         }
-        text_ += L",\n" + indent_ + L"    \"blend_amount\": " + amount;
+        text_ += L",\n" + indent_ + L"    \"blend_amount\": " + layer.amount;
         text_ += L"\n" + indent_ + L"  }";
     }
 
