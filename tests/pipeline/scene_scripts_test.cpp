@@ -196,7 +196,7 @@ class VRayConversion : public ::testing::Test {
     }
 
     VRayConversionResult ConvertWith(const std::string& converter) {
-        const std::wstring path = work_.Write(L"converter \"x\".ms", converter);
+        const std::wstring path = work_.Write(L"converter 'x'.ms", converter);
         const ScopedVariable file("BRIMWAVE_CORONA_CONVERTER", WideToUtf8(path));
         return ConvertVRayMaterials();
     }
