@@ -42,7 +42,7 @@ LightClass ClassOf(Object& light, const FbxHostParams& params) {
                                      [&](const LightClass& c) { return c.name == name; });
     if (found != std::end(lightClasses))
         return *found;
-    return {name, params.Number({"Distribution"}, 0) == 1 ? Spot : Point, Quadratic, degrees};
+    return {{}, params.Number({"Distribution"}, 0) == 1 ? Spot : Point, Quadratic, degrees};
 }
 
 } // namespace
