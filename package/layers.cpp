@@ -21,7 +21,7 @@ constexpr LayerFamily families[] = {
      1,
      {L"layersOn", L"layerEnabled", L"mapEnables", nullptr}},
     {L"coatMtl_enable", 1, nullptr, L"blend_", 0, {L"coatMtl_enable", nullptr}}, // VRayBlendMtl
-    {L"layers", 1, L"amounts", nullptr, 0, {nullptr}},                          // CoronaLayeredMtl
+    {L"layers", 1, L"amounts", nullptr, 0, {nullptr}},                           // CoronaLayeredMtl
 };
 
 class LayerReader {
