@@ -254,8 +254,9 @@ ExprPtr Parser::ParseKeyword(Key key) {
     case Key::At:
     case Key::In:
     case Key::Coordsys:
-    case Key::About:
         return ParseContext();
+    case Key::About: // also a popular name for a dialog
+        return StartsOperand(1) ? ParseContext() : nullptr;
     case Key::Set:
         return Peek(1).kind == Tok::Word ? ParseSet() : nullptr;
     case Key::When:

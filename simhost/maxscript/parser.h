@@ -77,6 +77,7 @@ class Parser {
     void ParseArguments(CallExpr& call);
     [[nodiscard]] bool IsKeywordArgument() const;
     [[nodiscard]] bool StartsArgument() const;
+    [[nodiscard]] bool StartsOperand(size_t ahead) const;
     [[nodiscard]] bool IsCaseLabel() const;
     void ParseKeywordArguments(std::vector<NamedExpr>& keywords, ExprList& arguments);
     NamedExpr ParseKeywordArgument();
@@ -119,6 +120,7 @@ class Parser {
     void ParseMembers(DefinitionExpr& definition);
     ExprPtr ParseMember(const std::wstring& type);
     ExprPtr ParseItem(const std::wstring& owner);
+    NamedExpr ParseItemKeyword();
     std::unique_ptr<HandlerExpr> ParseHandler();
 
     const TokenList& list_;

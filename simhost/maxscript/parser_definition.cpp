@@ -16,6 +16,7 @@ bool IsHardKeyword(const Token& token) {
     case Key::Utility:
     case Key::Plugin:
     case Key::RcMenu:
+    case Key::About:
         return false;
     default:
         return true;
@@ -265,7 +266,7 @@ ExprPtr Parser::ParseItem(const std::wstring& owner) {
         const size_t start = at_;
         SkipLines();
         if (PeekIs(Tok::Word) && Peek(1).kind == Tok::Colon) {
-            item->keywords.push_back(ParseKeywordArgument());
+            item->keywords.push_back(ParseItemKeyword());
             continue;
         }
         at_ = start;
@@ -276,6 +277,17 @@ ExprPtr Parser::ParseItem(const std::wstring& owner) {
     if (!PeekIs(Tok::Line) && !PeekIs(Tok::RParen) && !PeekIs(Tok::Word))
         Fail(L"end of item");
     return item;
+}
+
+// key:value, or key:(control, control, ..) for a parameter with several controls.
+NamedExpr Parser::ParseItemKeyword() {
+    if (Peek(2).kind != Tok::LParen || !Peek(2).hasComma)
+        return ParseKeywordArgument();
+    NamedExpr argument;
+    argument.name = list_.WordValue(Take());
+    Take();
+    argument.value = ParseArray();
+    return argument;
 }
 
 // on <words> do expr | on <words> return expr

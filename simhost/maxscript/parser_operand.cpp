@@ -83,12 +83,12 @@ void Parser::ParseKeywordArguments(std::vector<NamedExpr>& keywords, ExprList& a
     }
 }
 
-// `name:` with nothing between the two.
+// `name:`. Between labels of `case`, nothing may stand between the two.
 bool Parser::IsKeywordArgument() const {
     const Token& colon = Peek(1);
-    if (!PeekIs(Tok::Word) || colon.kind != Tok::Colon || colon.blankBefore)
+    if (!PeekIs(Tok::Word) || colon.kind != Tok::Colon)
         return false;
-    return !(inCase_ && IsCaseLabel());
+    return !(inCase_ && (colon.blankBefore || IsCaseLabel()));
 }
 
 NamedExpr Parser::ParseKeywordArgument() {
@@ -113,7 +113,7 @@ bool Parser::IsCaseLabel() const {
         return Peek(1).kind == Tok::Number && Peek(2).kind == Tok::Colon;
     case Tok::Word:
         return Peek(1).kind == Tok::Colon &&
-               (LowerText(token) == L"default" || token.key != Key::None);
+               (LowerText(token) == L"default" || token.key == Key::On || token.key == Key::Off);
     case Tok::LParen:
         return token.partner != 0 && tokens_[token.partner + 1].kind == Tok::Colon;
     default:
@@ -122,9 +122,11 @@ bool Parser::IsCaseLabel() const {
 }
 
 bool Parser::StartsArgument() const {
-    if (inCase_ && IsCaseLabel())
-        return false;
-    const Token& token = Peek();
+    return !(inCase_ && IsCaseLabel()) && StartsOperand(0);
+}
+
+bool Parser::StartsOperand(size_t ahead) const {
+    const Token& token = Peek(ahead);
     switch (token.kind) {
     case Tok::Number:
     case Tok::Time:
@@ -144,24 +146,26 @@ bool Parser::StartsArgument() const {
     case Tok::Minus:
         return token.blankBefore && !token.blankAfter;
     case Tok::Word:
-        switch (token.key) {
-        case Key::None:
-        case Key::On:
-        case Key::Off:
-            return true;
-        case Key::Set:
-        case Key::Tool:
-        case Key::Parameters:
-        case Key::Attributes:
-        case Key::Utility:
-        case Key::Plugin:
-        case Key::RcMenu:
-        case Key::Rollout:
-        case Key::MacroScript:
-            return !IsDefinitionStart();
-        default:
-            return false;
-        }
+        break;
+    default:
+        return false;
+    }
+    switch (token.key) {
+    case Key::None:
+    case Key::On:
+    case Key::Off:
+    case Key::About:
+        return true;
+    case Key::Set:
+    case Key::Tool:
+    case Key::Parameters:
+    case Key::Attributes:
+    case Key::Utility:
+    case Key::Plugin:
+    case Key::RcMenu:
+    case Key::Rollout:
+    case Key::MacroScript:
+        return !IsDefinitionStart(ahead);
     default:
         return false;
     }
@@ -251,6 +255,7 @@ ExprPtr Parser::ParseWordOperand() {
         return New<LiteralExpr>(where, Value::Bool(token.key == Key::On));
     case Key::None:
     case Key::Throw:
+    case Key::About:
     case Key::Set:
     case Key::Tool:
     case Key::Parameters:
