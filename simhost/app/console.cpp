@@ -8,27 +8,35 @@ namespace simhost {
 namespace {
 
 /// Straight to the handle: a pipe or a file gets UTF-8 whatever the console's code page is.
-void WriteLine(DWORD stream, std::wstring_view line) {
-    std::string bytes;
-    for (const char c : WideToUtf8(line))
-        if (c == '\n')
-            bytes += " / ";
-        else if (c != '\r')
-            bytes += c;
-    bytes += '\n';
+void Write(DWORD stream, std::wstring_view text) {
+    const std::string bytes = WideToUtf8(text) + '\n';
     DWORD written = 0;
     WriteFile(GetStdHandle(stream), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
               nullptr);
 }
 
+std::wstring OnOneLine(std::wstring_view text) {
+    std::wstring line;
+    for (const wchar_t c : text)
+        if (c == L'\n')
+            line += L" / ";
+        else if (c != L'\r')
+            line += c;
+    return line;
+}
+
 } // namespace
 
+void Print(std::wstring_view text) {
+    Write(STD_OUTPUT_HANDLE, text);
+}
+
 void Say(std::wstring_view line) {
-    WriteLine(STD_OUTPUT_HANDLE, line);
+    Write(STD_OUTPUT_HANDLE, OnOneLine(line));
 }
 
 void SayError(std::wstring_view line) {
-    WriteLine(STD_ERROR_HANDLE, L"error: " + std::wstring(line));
+    Write(STD_ERROR_HANDLE, L"error: " + OnOneLine(line));
 }
 
 } // namespace simhost

@@ -99,7 +99,7 @@ int main() {
         const simhost::Options options = simhost::ParseOptions(simhost::CommandLine());
         if (!options.help)
             return simhost::Run(options);
-        simhost::Say(simhost::kUsage);
+        simhost::Print(simhost::kUsage);
         return 0;
     } catch (const simhost::StartError& error) {
         simhost::SayError(error.Text());
