@@ -58,6 +58,7 @@ class PanelHost {
 
     [[nodiscard]] simhost::Robot& User() { return *robot_; }
     [[nodiscard]] const simhost::HostWindow& Window() const { return *window_; }
+    [[nodiscard]] DWORD UiThread() const { return uiThread_; }
     [[nodiscard]] HWND Panel() const { return panel_; }
     [[nodiscard]] HWND Control(int id) const { return GetDlgItem(panel_, id); }
     [[nodiscard]] std::wstring Text(int id) const { return simhost::Robot::TextOf(Control(id)); }

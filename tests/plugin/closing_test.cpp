@@ -1,0 +1,144 @@
+// The panel closed in each of its states: nothing crashes, and nothing is left behind.
+#include "simhost/app/stage_recorder.h"
+#include "simhost/files/scene_file.h"
+#include "tests/plugin/panel_host.h"
+#include "tests/plugin/process_resources.h"
+#include "tests/service/live/live_service.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace brimwave::testing {
+namespace {
+
+class ClosingTest : public LiveTest {
+  protected:
+    void SetUp() override {
+        LiveTest::SetUp();
+        if (IsSkipped())
+            return;
+        SetEnvironmentVariableW(L"BRIMWAVE_SERVICE_URL", service_.https.c_str());
+        ASSERT_TRUE(simhost::LoadSceneText(R"({
+          "format": "simhost-scene", "version": 1,
+          "objects": { "box": { "class": "Box" } },
+          "nodes": [ { "name": "Table", "object": "box" } ] })"));
+        PutAccount(narrowToken_, 1000, 0);
+        host_.emplace(settings_.Path().wstring());
+        host_->OpenPanel();
+        host_->Type(IDC_TOKEN, token_);
+        host_->Press(IDC_SAVE);
+        host_->Type(IDC_FOLDER, exchange_.Path().wstring());
+        host_->ClosePanel();
+    }
+    void TearDown() override {
+        host_.reset();
+        LiveTest::TearDown();
+    }
+
+    /// What `cycles` runs of `act` leave behind, once the system has what it keeps from the first.
+    ProcessResources LeftBy(int cycles, const std::function<void()>& act) {
+        const auto run = [&](int times) {
+            for (int i = 0; i < times; ++i)
+                act();
+            host_->User().WaitUntilSettled();
+            host_->User().WaitUntilIdle();
+            return CountResources(host_->UiThread());
+        };
+        run(3);
+        const ProcessResources before = run(1);
+        return run(cycles) - before;
+    }
+    /// The panel's template without the panel: what it leaves is the system's own.
+    void ShowBareDialog() const {
+        host_->OnUiThread([this] {
+            const HWND dialog = CreateDialogParamW(
+                GetModuleHandleW(L"brimwave.dlu"), MAKEINTRESOURCEW(IDD_PANEL),
+                host_->Window().Handle(), [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return 0; },
+                0);
+            ShowWindow(dialog, SW_SHOW);
+            DestroyWindow(dialog);
+        });
+    }
+    void ExpectNothingLeft(const char* state, const std::function<void()>& act) {
+        constexpr int kCycles = 10;
+        const ProcessResources left = LeftBy(kCycles, [&] {
+            host_->OpenPanel();
+            act();
+            EXPECT_FALSE(IsWindow(host_->Panel())) << state;
+        });
+        const ProcessResources bare = LeftBy(kCycles, [this] { ShowBareDialog(); });
+        EXPECT_LT(left.blocks, bare.blocks + kCycles) << state; // not one a time
+        EXPECT_LE(left.drawing, bare.drawing) << state;
+        EXPECT_EQ(left.windows, 0) << state;
+        EXPECT_LE(left.threads, 0) << state;
+    }
+
+    ScratchFolder settings_;
+    ScratchFolder exchange_;
+    std::optional<PanelHost> host_;
+};
+
+TEST_F(ClosingTest, LeavesNothingBehind) {
+    ExpectNothingLeft("idle", [this] { host_->ClosePanel(); });
+    ExpectNothingLeft("idle, by the host", [this] { host_->EndEditing(); });
+    ExpectNothingLeft("checking", [this] {
+        host_->Press(IDC_REFRESH);
+        host_->ClosePanel();
+    });
+    ExpectNothingLeft("checked", [this] {
+        host_->Press(IDC_REFRESH);
+        host_->User().WaitUntil([this] { return IsWindowEnabled(host_->Control(IDC_REFRESH)); });
+        host_->ClosePanel();
+    });
+    ExpectNothingLeft("exporting", [this] {
+        host_->User().Press(host_->Control(IDC_EXPORT));
+        host_->ClosePanel();
+        host_->User().WaitUntilIdle();
+    });
+}
+
+TEST_F(ClosingTest, TheHostMayCloseItWhileABoxIsOpen) {
+    const auto closed = [this](const std::function<void()>& press) {
+        host_->OpenPanel();
+        host_->User().OnMessageBox([this](const simhost::ShownMessage&, HWND box) {
+            host_->EndEditing();
+            EXPECT_FALSE(IsWindow(box));
+        });
+        const std::size_t before = host_->Messages().size();
+        press();
+        EXPECT_EQ(host_->Messages().size(), before + 1);
+        EXPECT_FALSE(IsWindow(host_->Panel()));
+        host_->User().OnMessageBox({});
+    };
+    closed([this] { host_->Press(IDC_SAVE); });
+    closed([this] {
+        host_->Press(IDC_BAKE);
+        host_->Press(IDC_EXPORT);
+    });
+    EXPECT_THAT(NewJobs(), ::testing::IsEmpty()) << "no answer is no consent";
+    SetEnvironmentVariableW(L"BRIMWAVE_SERVICE_URL", L"https://127.0.0.1:1");
+    closed([this] { host_->Press(IDC_EXPORT); });
+    closed([this] {
+        host_->Press(IDC_REFRESH);
+        host_->User().WaitUntil([this] { return !IsWindow(host_->Panel()); });
+    });
+}
+
+TEST_F(ClosingTest, TheHostMayCloseItWhileAFolderIsChosen) {
+    host_->OpenPanel();
+    host_->User().Press(host_->Control(IDC_BROWSE));
+    HWND browser = nullptr;
+    host_->User().WaitUntil([&] { return (browser = host_->OwnedDialog()) != nullptr; });
+    host_->User().WaitUntilSettled();
+    host_->EndEditing();
+    host_->User().WaitUntilIdle();
+    EXPECT_FALSE(IsWindow(browser));
+    host_->OpenPanel();
+    EXPECT_EQ(host_->Text(IDC_FOLDER), exchange_.Path().wstring());
+    EXPECT_TRUE(IsWindowEnabled(host_->Window().Handle()));
+}
+
+} // namespace
+} // namespace brimwave::testing
