@@ -148,11 +148,16 @@ TEST_F(ExportTest, StopsBeforeAnythingWhenTokenOrFolderWillNotDo) {
         EXPECT_EQ(host_->Messages().back(), L"[Brimwave Platform] " + row.message);
         ExpectFinished(L"Ready.", 0);
     }
+    Order(narrowToken_, {{"status", 503}, {"body", "closed for today"}, {"times", 1}});
+    Export();
+    EXPECT_EQ(host_->Messages().back(),
+              L"[Brimwave Platform] Cannot connect to server:\nclosed for today");
     SetEnvironmentVariableW(L"BRIMWAVE_SERVICE_URL", L"https://127.0.0.1:1");
     Export();
     EXPECT_THAT(host_->Messages().back(),
                 StartsWith(L"[Brimwave Platform] Cannot connect to server:\nHTTP request failed"));
-    EXPECT_EQ(host_->Messages().size(), std::size(rows) + 1);
+    ExpectFinished(L"Ready.", 0);
+    EXPECT_EQ(host_->Messages().size(), std::size(rows) + 2);
     EXPECT_THAT(NewJobs(), IsEmpty());
     EXPECT_TRUE(JobFolder().empty());
 }

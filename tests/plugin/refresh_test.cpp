@@ -104,6 +104,7 @@ TEST_F(RefreshTest, TheFocusComesBackToTheButton) {
     EXPECT_FALSE(RefreshOn());
     EXPECT_EQ(host_->Focus(), IDC_SAVE) << "a disabled button must not keep the focus";
     host_->User().WaitUntil([this] { return RefreshOn(); });
+    host_->User().WaitUntilIdle();
     EXPECT_EQ(host_->Focus(), IDC_REFRESH);
 }
 

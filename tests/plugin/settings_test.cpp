@@ -2,6 +2,7 @@
 #include "plugin/profile_encoding.h"
 #include "plugin/settings.h"
 
+#include "simhost/scene/scene.h"
 #include "tests/plugin/panel_host.h"
 
 #include <gtest/gtest.h>
@@ -118,12 +119,30 @@ TEST_F(ProfileTest, WhatCannotBeWrittenIsLeftAlone) {
     EXPECT_FALSE(std::filesystem::exists(folder_.File(L"missing")));
 }
 
+TEST_F(ProfileTest, TheHostNamesTheFolder) {
+    simhost::Scene& host = simhost::Scene::Current();
+    const std::wstring folder = folder_.Path().wstring();
+    host.directories[26] = folder;
+    EXPECT_EQ(SettingsPath(), folder + L"\\CoronaBlenderExporter.ini");
+    host.directories[26] = folder + L"\\";
+    EXPECT_EQ(SettingsPath(), folder + L"\\CoronaBlenderExporter.ini");
+
+    // A host that names none, or fails, leaves a folder of the user's.
+    const std::wstring own = std::wstring(_wgetenv(L"APPDATA")) + L"\\CoronaBlenderExporter.ini";
+    host.directories.erase(26);
+    EXPECT_EQ(SettingsPath(), own);
+    host.faults.Add(simhost::Call::GetDir);
+    EXPECT_EQ(SettingsPath(), own);
+    host.faults.Clear();
+}
+
 /// The panel and its file.
 class PanelSettingsTest : public ProfileTest {
   protected:
-    void Start() {
+    void Start() { Start(folder_.Path().wstring()); }
+    void Start(const std::wstring& folder) {
         host_.reset();
-        host_.emplace(folder_.Path().wstring());
+        host_.emplace(folder);
         host_->OpenPanel();
     }
     [[nodiscard]] std::wstring Stored(const std::wstring& key) const { return Get(file_, key); }
@@ -204,6 +223,48 @@ TEST_F(PanelSettingsTest, TheNextOpeningShowsThem) {
     EXPECT_TRUE(host_->Checked(IDC_PATH_A));
     Start(); // and a new host
     EXPECT_EQ(host_->Text(IDC_FOLDER), L"C:\\\x00FCbergabe");
+}
+
+TEST_F(PanelSettingsTest, WhatCannotBeKeptIsNoError) {
+    const auto useEverything = [this] {
+        host_->Type(IDC_TOKEN, L"typed");
+        host_->Press(IDC_SAVE);
+        host_->Type(IDC_FOLDER, L"C:\\typed");
+        for (const int control : {IDC_DISPLACEMENT, IDC_PATH_B})
+            host_->Press(control);
+        EXPECT_EQ(host_->Messages(),
+                  std::vector<std::wstring>{L"[Brimwave Platform] Token saved."});
+        host_->ClosePanel();
+        host_->OpenPanel();
+    };
+    WriteBytes(file_, "[Settings]\r\nexchangeFolder=C:\\kept\r\nblenderTarget=5.1\r\n");
+    SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_READONLY);
+    Start();
+    useEverything();
+    EXPECT_EQ(host_->Text(IDC_TOKEN), L"");
+    EXPECT_EQ(host_->Text(IDC_FOLDER), L"C:\\kept");
+    EXPECT_FALSE(host_->Checked(IDC_DISPLACEMENT));
+    EXPECT_TRUE(host_->Checked(IDC_PATH_A));
+    SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_NORMAL);
+
+    Start(folder_.File(L"missing"));
+    useEverything();
+    EXPECT_EQ(host_->Text(IDC_FOLDER), L"");
+    EXPECT_FALSE(std::filesystem::exists(folder_.File(L"missing")));
+}
+
+TEST_F(PanelSettingsTest, LongTextsAreKeptAsFarAsTheFileGivesThemBack) {
+    const std::wstring folder = L"C:\\" + std::wstring(1500, L'_');
+    Start();
+    SetWindowTextW(host_->Control(IDC_FOLDER), folder.c_str());
+    SetWindowTextW(host_->Control(IDC_TOKEN), std::wstring(1023, L'_').c_str());
+    host_->Press(IDC_SAVE);
+    host_->User().PressKey(VK_TAB); // to Refresh
+    host_->User().PressKey(VK_TAB); // to the folder
+    host_->User().PressKey(VK_TAB);
+    Start();
+    EXPECT_EQ(host_->Text(IDC_TOKEN), std::wstring(1023, L'_'));
+    EXPECT_EQ(host_->Text(IDC_FOLDER), folder.substr(0, 1023));
 }
 
 TEST_F(PanelSettingsTest, TheFocusStartsWhereSomethingIsMissing) {

@@ -48,6 +48,19 @@ TEST_F(TypingTest, ShortcutsAreOffExactlyWhileAnEditBoxHasTheFocus) {
     EXPECT_TRUE(ShortcutsOn()) << "in the host's own window";
 }
 
+// The host that these tests run in behaves as the real one: what the panel does not ask for, it
+// does not get.
+TEST_F(TypingTest, AHostThatWasNotAskedKeepsTheKeys) {
+    host_.OnUiThread([this] { GetCOREInterface()->UnRegisterDlgWnd(host_.Panel()); });
+    host_.User().PressKey(VK_TAB);
+    EXPECT_EQ(host_.Focus(), IDC_TOKEN) << "no Tab for a dialog that is not registered";
+    host_.OnUiThread([] { EnableAccelerators(); });
+    host_.Type(IDC_TOKEN, L"ab1_");
+    EXPECT_EQ(host_.Text(IDC_TOKEN), L"_") << "letters and digits are shortcuts";
+    EXPECT_EQ(host_.Window().TakenKeys(), L"AB1");
+    host_.OnUiThread([] { DisableAccelerators(); });
+}
+
 TEST_F(TypingTest, ShortcutsComeBackHoweverThePanelGoes) {
     const std::pair<const char*, std::function<void()>> ways[] = {
         {"closed", [this] { host_.ClosePanel(); }},
@@ -72,6 +85,18 @@ TEST_F(TypingTest, EnterAndEscapeLeaveThePanelAlone) {
         EXPECT_EQ(host_.Text(IDC_TOKEN), L"t") << key;
     }
     EXPECT_TRUE(host_.Messages().empty());
+}
+
+TEST_F(TypingTest, EnterPressesTheButtonThatHasTheFocus) {
+    host_.User().PressKey(VK_TAB);
+    ASSERT_EQ(host_.Focus(), IDC_SAVE);
+    host_.User().PressKey(VK_RETURN);
+    ASSERT_EQ(host_.Messages().size(), 1u);
+    host_.User().PressKey(VK_TAB);
+    ASSERT_EQ(host_.Focus(), IDC_REFRESH);
+    host_.User().PressKey(VK_RETURN);
+    ASSERT_EQ(host_.Messages().size(), 2u);
+    EXPECT_EQ(host_.Messages()[1], L"[Brimwave Platform] Enter an API token.");
 }
 
 TEST_F(TypingTest, OpeningTwiceRaisesTheFirst) {
