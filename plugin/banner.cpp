@@ -43,12 +43,12 @@ GdiObject<HBITMAP> MakeCanvas(SIZE size, void*& bits) {
     return GdiObject<HBITMAP>(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
 }
 
-/// The scale that fits the picture into the control. One close to 1 is taken as 1: the picture
+/// The scale that fits the picture into the control. One not far above 1 is taken as 1: the picture
 /// stays as sharp as it was drawn, and its background fills what is left.
 double ChooseScale(SIZE control, SIZE picture) {
     const double fit = std::min(static_cast<double>(control.cx) / picture.cx,
                                 static_cast<double>(control.cy) / picture.cy);
-    return fit >= 1.0 && fit < 1.1 ? 1.0 : fit;
+    return fit >= 1.0 && fit < 1.3 ? 1.0 : fit;
 }
 
 void Draw(Gdiplus::Bitmap& picture, Gdiplus::Bitmap& canvas, SIZE size) {
