@@ -152,9 +152,9 @@ void Interpreter::DefineVariable(std::wstring_view name, std::function<Value(Int
 }
 
 InterfaceObject& Interpreter::DefineInterface(std::wstring_view name) {
-    auto interface = std::make_shared<InterfaceObject>(std::wstring(name));
-    DefineConstant(name, {interface});
-    return *interface;
+    auto made = std::make_shared<InterfaceObject>(std::wstring(name));
+    DefineConstant(name, {made});
+    return *made;
 }
 
 std::shared_ptr<ClassObject> Interpreter::DefineClass(std::wstring_view name,
