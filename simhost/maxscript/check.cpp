@@ -11,7 +11,7 @@ std::optional<ScriptError> CheckScript(std::wstring text) {
         Parser parser(tokens);
         GlobalTable globals;
         while (const ExprPtr expr = parser.Next())
-            BindScopes(*expr, globals, {.strictImplicits = false});
+            BindScopes(*expr, globals, {.strict = false});
         return std::nullopt;
     } catch (const ScriptError& error) {
         return error;

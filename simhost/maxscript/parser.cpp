@@ -113,11 +113,11 @@ void Parser::SkipLines() {
         ++at_;
 }
 
-Tok Parser::AfterLines() const {
+size_t Parser::LinesAhead() const {
     size_t ahead = 0;
     while (Peek(ahead).kind == Tok::Line)
         ++ahead;
-    return Peek(ahead).kind;
+    return ahead;
 }
 
 // `else` and `catch` may stand on a line of their own.
@@ -200,9 +200,11 @@ bool Parser::StartsStatement(const Token& token) const {
 }
 
 // Behind an expression: the end of its line, or the start of a statement that nothing could
-// confuse with a continuation. A `catch()` always needs the separator.
+// confuse with a continuation. A `catch()` always needs the separator, a definition never.
 void Parser::RequireSeparator() {
     if (PeekIs(Tok::Line) || PeekIs(Tok::End) || PeekIs(Tok::RParen))
+        return;
+    if (at_ == definitionEnd_ && PeekIs(Tok::Word))
         return;
     if (at_ == bareCatchEnd_ || !StartsStatement(Peek()))
         Fail(L"end of expression");

@@ -32,7 +32,7 @@ class Parser {
     void ExpectKey(Key key, const wchar_t* what);
     void SkipLines();
     bool AcceptKeyAfterLines(Key key);
-    [[nodiscard]] Tok AfterLines() const;
+    [[nodiscard]] size_t LinesAhead() const;
     [[nodiscard]] static Position Where(const Token& token) { return {token.line, token.column}; }
     [[noreturn]] void Fail(const wchar_t* expected) const;
     [[noreturn]] static void Fail(Position where, std::wstring message);
@@ -100,6 +100,7 @@ class Parser {
     void ParseCaseItem(CaseExpr& result);
     ExprPtr ParseTry();
     ExprPtr ParseJump(JumpKind kind);
+    [[nodiscard]] bool EndsJump() const;
     ExprPtr ParseContext();
     void ParseContextHead(ContextExpr& context);
     void ParseUndoHead(ContextExpr& context);
@@ -129,8 +130,9 @@ class Parser {
     size_t at_ = 0;
     size_t nodes_ = 0;
     int depth_ = 0;
-    bool inCase_ = false;     // labels may follow on the same line
-    size_t bareCatchEnd_ = 0; // token behind a `catch()`
+    bool inCase_ = false;      // labels may follow on the same line
+    size_t bareCatchEnd_ = 0;  // token behind a `catch()`
+    size_t definitionEnd_ = 0; // token behind a struct or a definition of user interface
     StackGuard stack_;
 };
 

@@ -39,6 +39,7 @@ ExprPtr Parser::ParseFor() {
     do {
         SkipLines();
         loop->names.push_back(TakeWord(L"<name>"));
+        SkipLines();
     } while (loop->names.size() < 3 && Accept(Tok::Comma));
     if (!AcceptKey(Key::In) && !Accept(Tok::Assign))
         Fail(L"= or in");
@@ -154,13 +155,24 @@ ExprPtr Parser::ParseTry() {
     return result;
 }
 
-// return e | exit [with e] | continue. An exit or continue may carry an empty `()`.
+// Behind `return`: nothing that could be its value.
+bool Parser::EndsJump() const {
+    const Token& token = Peek(LinesAhead());
+    switch (token.kind) {
+    case Tok::RParen:
+    case Tok::End:
+        return true;
+    default:
+        return token.key == Key::Else || token.key == Key::Catch || token.key == Key::While;
+    }
+}
+
+// return [e] | exit [with e] | continue. An exit or continue may carry an empty `()`.
 ExprPtr Parser::ParseJump(JumpKind kind) {
     auto jump = New<JumpExpr>(Where(Take()));
     jump->jump = kind;
     if (kind == JumpKind::Return) {
-        const Tok next = AfterLines();
-        if (next == Tok::RParen || next == Tok::End)
+        if (EndsJump())
             return jump;
         SkipLines();
         jump->value = ParseExpression();
@@ -264,7 +276,7 @@ ExprPtr Parser::ParseSet() {
 ExprPtr Parser::ParseWhen() {
     auto when = New<UnsupportedExpr>(Where(Take()));
     when->what = L"when";
-    for (SkipLines(); !AcceptKey(Key::Do); SkipLines()) {
+    while (!AcceptKeyAfterLines(Key::Do)) {
         if (IsKeywordArgument())
             when->parts.push_back(std::move(ParseKeywordArgument().value));
         else if (PeekIs(Tok::Word) && Peek().key != Key::None)

@@ -60,6 +60,8 @@ ExprPtr Parser::ParseDeclaration() {
             item.value = ParseExpression();
         }
         result->items.push_back(std::move(item));
+        if (Peek(LinesAhead()).kind == Tok::Comma) // the comma may begin the next line
+            SkipLines();
     } while (Accept(Tok::Comma));
     return result;
 }
@@ -86,14 +88,14 @@ std::shared_ptr<FunctionBody> Parser::ParseFunctionBody() {
 Parameter Parser::ParseParameter() {
     Parameter parameter;
     parameter.byReference = Accept(Tok::Ampersand);
-    if (IsHardKeyword(Peek()))
+    if (IsHardKeyword(Peek()) && Peek(1).kind != Tok::Colon)
         Fail(L"parameter name or =");
     parameter.name = TakeWord(L"parameter name or =");
     if (!Accept(Tok::Colon))
         return parameter;
     parameter.keyword = true;
     const bool nextIsKeyword = PeekIs(Tok::Word) && Peek(1).kind == Tok::Colon;
-    if (!PeekIs(Tok::Assign) && !PeekIs(Tok::Line) && !nextIsKeyword)
+    if (!PeekIs(Tok::Assign) && !PeekIs(Tok::Line) && !PeekIs(Tok::Ampersand) && !nextIsKeyword)
         parameter.value = ParseOperand();
     return parameter;
 }
@@ -134,6 +136,7 @@ ExprPtr Parser::ParseStruct() {
         } while (Accept(Tok::Comma));
     }
     Expect(Tok::RParen, L", or )");
+    definitionEnd_ = at_;
     inCase_ = inCase;
     return result;
 }
@@ -182,6 +185,7 @@ ExprPtr Parser::ParseDefinition() {
     ParseDefinitionHead(*definition);
     const bool inCase = std::exchange(inCase_, false);
     ParseMembers(*definition);
+    definitionEnd_ = at_;
     inCase_ = inCase;
     return definition;
 }
@@ -294,11 +298,10 @@ NamedExpr Parser::ParseItemKeyword() {
 std::unique_ptr<HandlerExpr> Parser::ParseHandler() {
     const Level level(*this);
     auto handler = New<HandlerExpr>(Where(Take()));
-    for (SkipLines(); !PeekKey(Key::Do) && !PeekKey(Key::Return); SkipLines())
+    while (!AcceptKeyAfterLines(Key::Do) && !AcceptKeyAfterLines(Key::Return))
         handler->words.push_back(TakeWord(L"do"));
     if (handler->words.empty())
         Fail(L"event name");
-    Take();
     SkipLines();
     const bool inCase = std::exchange(inCase_, false);
     handler->body = ParseExpression();

@@ -46,7 +46,11 @@ Binding Binder::Use(const std::wstring& name, Position where, bool assigns) {
                 binding.kind = Binding::Kind::Screen;
                 return binding;
             }
-            if (variable.declared || (variable.assigned && options_.strictImplicits))
+            if (variable.definition && !options_.strict) {
+                binding.kind = Binding::Kind::Screen;
+                return binding;
+            }
+            if (variable.declared || (variable.assigned && options_.strict))
                 Fail(where, L"No outer local variable references permitted here: " + name);
         }
     }
@@ -77,6 +81,12 @@ Binding Binder::DeclareLocal(const std::wstring& name, bool declared) {
     return variable.binding;
 }
 
+Binding Binder::DeclareDefinition(const std::wstring& name) {
+    const Binding binding = DeclareLocal(name, true);
+    scopes_.back().variables.at(Lower(name)).definition = true;
+    return binding;
+}
+
 // The name of a function, struct or definition follows the rules of an assignment, except that
 // it never means another function's variable.
 Binding Binder::DefineName(const std::wstring& name, Position where) {
@@ -88,15 +98,12 @@ Binding Binder::DefineName(const std::wstring& name, Position where) {
         const bool foreign = found->second.frame && found->second.frame != frame_ &&
                              found->second.frame->kind == ScopeFrame::Kind::Function;
         if (scope->isStruct || foreign)
-            return DeclareLocal(name, true);
+            return DeclareDefinition(name);
         break;
     }
     const Binding binding = Use(name, where, true);
-    if (binding.kind == Binding::Kind::Local) {
-        const auto own = scopes_.back().variables.find(folded);
-        if (own != scopes_.back().variables.end())
-            own->second.declared = true;
-    }
+    if (binding.kind == Binding::Kind::Local && scopes_.back().variables.contains(folded))
+        return DeclareDefinition(name);
     return binding;
 }
 

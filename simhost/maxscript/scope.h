@@ -7,9 +7,11 @@
 namespace simhost::maxscript {
 
 struct ScopeOptions {
-    /// Also variables that were never declared, only assigned, count as an outer function's. Off
-    /// where globals of other files are unknown, as when a file is only checked.
-    bool strictImplicits = true;
+    /// Of an outer function's names, also those that were never declared, only assigned, and those
+    /// of its functions and structs are out of reach. Off where a file is only checked: globals of
+    /// other files are unknown there, and whether hosts let sister functions call each other is not
+    /// documented.
+    bool strict = true;
 };
 
 /// Gives every name of a top-level expression its meaning, and checks what the language checks

@@ -21,6 +21,7 @@ struct ScopeVariable {
     const ScopeFrame* frame = nullptr;
     bool declared = true; // false: came into being by its use
     bool assigned = false;
+    bool definition = false; // of a function, a struct or user interface
 };
 
 struct ScopeNames {
@@ -111,6 +112,7 @@ class Binder {
 
     Binding Use(const std::wstring& name, Position where, bool assigns);
     Binding DeclareLocal(const std::wstring& name, bool declared);
+    Binding DeclareDefinition(const std::wstring& name);
     Binding DefineName(const std::wstring& name, Position where);
 
     void Visit(Expr& expr, Reach reach);

@@ -68,6 +68,9 @@ TEST(Syntax, RefusesBrokenScriptsWhereTheyBreak) {
         {"rollout r \"R\" ( button )", "1:24 Syntax error: at ), expected <name>"},
         {"rollout r \"R\" ( x = 5 )", "1:19 Syntax error: at =, expected <name>"},
         {"macroScript m ( on execute (1) )", "1:28 Syntax error: at (, expected do"},
+        {"tool t ( on start\nb\non stop do c )", "1:18 Syntax error: at end of line, expected do"},
+        {"when a b changes\nc\nwhen d e changes do f",
+         "1:17 Syntax error: at end of line, expected <factor>"},
         {"a = )", "1:5 Syntax error: at ), expected <factor>"},
         {"try(a)catch()try(b)catch()", "1:14 Syntax error: at try, expected end of expression"},
         {"max", "1:4 Syntax error: at end of script, expected max command name"},
@@ -92,6 +95,7 @@ TEST(Scopes, AreCheckedBeforeAnythingRuns) {
         {"fn a = (local v; fn b = (v = 1))", "1:26 "},
         {"fn a = (for v = 1 to 3 do (fn b = v))", "1:35 "},
         {"fn a p = (struct s (m = p))", "1:25 "},
+        {"fn a = (fn b = 1; local v; fn c = (b() + v))", "1:42 "},
         {"fn a p = (struct s (fn m = p))", "1:28 "},
         {"fn a p = (rollout r \"\" (button b \"\"; on b pressed do print p))", "1:60 "},
         {"try (1) catch (throw \"x\")",
@@ -120,6 +124,9 @@ TEST(Scopes, AllowWhatTheLanguageAllows) {
              "try (1) catch (try (throw \"x\") catch ())",
              "try (1) catch (fn f = throw \"x\")",
              "try (1) catch (throw())",
+             // Names of functions and structs, whose reach is not documented.
+             "fn a = (fn b = 1; fn c = b(); fn d n = d (n - 1); c())",
+             "fn a = (struct s (v); fn b = s 1; b())",
          })
         EXPECT_EQ(Verdict(script), "ACCEPT") << script;
 }
