@@ -136,7 +136,10 @@ TEST(GeometryBake, LeavesEditablePolysWithoutGroupsAndTransforms) {
     mirrored["modifiers"] = {{{"class", "TurboSmooth"}}};
     json bad = BoxNode("Bad", nullptr);
     bad["object"]["throws"] = true;
-    scene["nodes"] = {NestedGroups(60), bad, mirrored, SplineNode("Curve")};
+    json badHead = {{"name", "Bad head"}, {"group_head", true}, {"throws", true}};
+    badHead["children"] = {BoxNode("In bad", nullptr)};
+    badHead["children"][0]["group_member"] = true;
+    scene["nodes"] = {badHead, NestedGroups(60), bad, mirrored, SplineNode("Curve")};
     scene["selection"] = {"Mirrored"};
     OpenScene(scene);
     const auto corner = [] {
@@ -189,9 +192,10 @@ class VRayConversion : public ::testing::Test {
              {{"class", "Multi/Sub-Object"},
               {"name", "plain loop"},
               {"sub_materials", {"plainLoop", "plain"}}}},
+            {"bad", {{"class", "VRayMtl"}, {"name", "b"}, {"throws", true}}},
         };
-        scene["nodes"] = {BoxNode("A", "vray"), BoxNode("B", "plain"), BoxNode("C", "loop"),
-                          BoxNode("D", "plainLoop"), BoxNode("E", nullptr)};
+        scene["nodes"] = {BoxNode("A", "vray"),      BoxNode("B", "plain"), BoxNode("C", "loop"),
+                          BoxNode("D", "plainLoop"), BoxNode("E", nullptr), BoxNode("F", "bad")};
         OpenScene(scene);
     }
 

@@ -1,0 +1,64 @@
+// The sample scene through the whole sequence: its splines arrive, and nothing of it changes.
+#include "tests/pipeline/sequence_kit.h"
+
+#include "simhost/files/scene_file.h"
+
+#include <gmock/gmock.h>
+
+namespace brimwave {
+namespace {
+
+using brimwave::testing::kAccount;
+using brimwave::testing::TempFolder;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using namespace std::string_literals;
+
+class SampleRoom : public brimwave::testing::SequenceTest {
+  protected:
+    void SetUp() override {
+        SequenceTest::SetUp();
+        const std::filesystem::path file = BRIMWAVE_SOURCE_DIR "/samples/room/room.json";
+        const simhost::LoadResult loaded = simhost::LoadSceneFile(file.wstring());
+        ASSERT_TRUE(loaded) << loaded.error;
+        before_ = simhost::SnapshotScene();
+        http->Answer(200, kAccount).Answer(201, L"{}");
+    }
+    std::string before_;
+};
+
+TEST_F(SampleRoom, SplinesArriveAsMeshesUnderTheirNames) {
+    ExportAndSend(panel);
+    EXPECT_THAT(WideToUtf8(panel.status), ::testing::StartsWith("Done  OK"));
+    const std::string package = http->Requests().back().body.value_or("");
+    EXPECT_THAT(package, HasSubstr("\"object_name\": \"Lamp cable\""));
+    EXPECT_THAT(package, Not(HasSubstr("\"object_name\": \"Guide\"")));
+    EXPECT_THAT(package, Not(HasSubstr("_bwSplineSrc")));
+    const std::wstring job = JobFolder();
+    const std::string fbx =
+        TempFolder::Read(exchange.Path(job + L"\\" + job.substr(0, job.size() - 9) + L".fbx"));
+    const size_t twin = fbx.find("Lamp cable\0\1Model"s);
+    ASSERT_NE(twin, std::string::npos);
+    EXPECT_EQ(fbx.substr(twin + "Lamp cable\0\1Model"s.size(), 9), "S\4\0\0\0Mesh"s);
+    EXPECT_EQ(simhost::SnapshotScene(), before_);
+}
+
+TEST_F(SampleRoom, AFailedExportLeavesNoTwinEither) {
+    for (const int progress : {12, 25, 65, 88}) {
+        SCOPED_TRACE(progress);
+        int twins = 0;
+        panel.onCall = [&](const std::wstring& line) {
+            if (!line.starts_with(L"status " + std::to_wstring(progress) + L" busy"))
+                return;
+            twins = NodeNamed(L"Lamp cable_bwSplineSrc") ? 1 : 0;
+            throw std::runtime_error("the panel broke");
+        };
+        NewService().Answer(200, kAccount).Answer(201, L"{}");
+        ExportAndSend(panel);
+        EXPECT_EQ(twins, 1);
+        EXPECT_EQ(simhost::SnapshotScene(), before_);
+    }
+}
+
+} // namespace
+} // namespace brimwave
