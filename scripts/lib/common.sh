@@ -90,6 +90,8 @@ start_wine() {
         # manager. Wine's own fonts are those that dialogs are laid out for.
         wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d brimwave /f >/dev/null 2>&1
         wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v brimwave /d 1600x1300 /f >/dev/null 2>&1
+        # A program that crashes ends with its trace instead of waiting behind a dialog.
+        wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1
         wineserver -w
         cp /usr/share/wine/fonts/* "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
         touch "$WINEPREFIX/.ready"

@@ -48,7 +48,7 @@ run_gtest() {
     name=$(basename "$1")
     log=$(mktemp)
     xml=$(mktemp -u).xml
-    timeout 900 "$1" --gtest_output="xml:$xml" >"$log" 2>&1 </dev/null || status=$?
+    timeout 300 "$1" --gtest_output="xml:$xml" >"$log" 2>&1 </dev/null || status=$?
     count_gtest "$name" "$status" "$xml" "$log"
     rm -f "$log" "$xml"
 }
@@ -59,7 +59,7 @@ run_gtest_in_wine() {
     name=$(basename "$1" .exe)
     log=$(mktemp)
     xml="$run_dir/$name.xml"
-    timeout 900 wine "$1" --gtest_output="xml:$(windows_path "$xml")" >"$log" 2>&1 </dev/null ||
+    timeout 300 wine "$1" --gtest_output="xml:$(windows_path "$xml")" >"$log" 2>&1 </dev/null ||
         status=$?
     count_gtest "$name (Wine)" "$status" "$xml" "$log"
     rm -f "$log"
