@@ -69,6 +69,10 @@ std::wstring ModifierJson(PackageContext& package, Modifier& modifier, Displacem
 
 } // namespace
 
+bool IsDisplacementModifier(const std::wstring& className) {
+    return KindOf(className) != DisplacementKind::None;
+}
+
 std::wstring ProbeDisplacementJson(PackageContext& package, INode& node) {
     Object* object = node.GetObjectRef();
     while (object && object->SuperClassID() == GEN_DERIVOB_CLASS_ID) {

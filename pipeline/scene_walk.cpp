@@ -2,22 +2,11 @@
 
 #include "pipeline/attempt.h"
 
-#include <max.h>
-
 #include <unordered_set>
 #include <vector>
 
 namespace brimwave {
 namespace {
-
-/// The node's material when the node shows geometry at `now`, else null.
-Mtl* GeometryMaterial(INode& node, TimeValue now) {
-    Mtl* const material = node.GetMtl();
-    if (!material)
-        return nullptr;
-    Object* const object = node.EvalWorldState(now).obj;
-    return object && object->SuperClassID() == GEOMOBJECT_CLASS_ID ? material : nullptr;
-}
 
 // The walks keep what is still to come on a stack of their own, last first: trees of any depth
 // are walked, in the order of a recursive walk.
@@ -69,23 +58,41 @@ class MapWalk {
 
 } // namespace
 
-void ForEachGeometryMaterial(const std::function<void(Mtl&)>& visit) {
+Mtl* GeometryMaterial(INode& node, TimeValue now) {
+    Mtl* const material = node.GetMtl();
+    if (!material)
+        return nullptr;
+    Object* const object = node.EvalWorldState(now).obj;
+    return object && object->SuperClassID() == GEOMOBJECT_CLASS_ID ? material : nullptr;
+}
+
+void ForEachNode(const std::function<void(INode&)>& visit) {
     Interface* const core = GetCOREInterface();
     if (!core)
         return;
-    const TimeValue now = core->GetTime();
-    std::vector<INode*> pending{core->GetRootNode()};
+    std::vector<INode*> pending;
+    Attempt([&] { PushChildren(*core->GetRootNode(), pending); });
     while (!pending.empty()) {
         INode* const node = pending.back();
         pending.pop_back();
         if (!node)
             continue;
         Attempt([&] { PushChildren(*node, pending); });
+        visit(*node);
+    }
+}
+
+void ForEachGeometryMaterial(const std::function<void(Mtl&)>& visit) {
+    Interface* const core = GetCOREInterface();
+    if (!core)
+        return;
+    const TimeValue now = core->GetTime();
+    ForEachNode([&](INode& node) {
         Mtl* material = nullptr;
-        Attempt([&] { material = GeometryMaterial(*node, now); });
+        Attempt([&] { material = GeometryMaterial(node, now); });
         if (material)
             visit(*material);
-    }
+    });
 }
 
 void ForEachSceneMap(const std::function<void(Texmap&)>& visit) {

@@ -1,37 +1,252 @@
 #include "pipeline/vertex_colour_bake.h"
 
+#include "host/params.h"
 #include "host/sdk_compat.h"
-#include "host/text.h"
+#include "package/displacement.h"
 #include "pipeline/attempt.h"
+#include "pipeline/choice_maps.h"
+#include "pipeline/mesh_source.h"
 #include "pipeline/scene_walk.h"
 
-#include <max.h>
-
-#include <string>
+#include <algorithm>
+#include <map>
+#include <set>
 
 namespace brimwave {
 namespace {
 
-bool IsRandomChoice(Texmap& map) {
-    const std::wstring name = ToLowerW(ClassNameOf(map));
-    return name == L"multitexture" || name == L"coronamultimap";
+void Log(DWORD type, const std::wstring& line) {
+    Attempt([&] {
+        if (LogSys* const log = GetCOREInterface()->Log())
+            log->LogEntry(type, NO_DIALOG, L"Brimwave Platform", L"%ls",
+                          (L"[Brimwave VC] " + line).c_str());
+    });
 }
 
-void Log(const std::wstring& line) {
-    if (LogSys* const log = GetCOREInterface()->Log())
-        log->LogEntry(SYSLOG_INFO, NO_DIALOG, L"Brimwave Platform", L"%ls", line.c_str());
+std::wstring NameOf(INode& node) {
+    std::wstring name;
+    Attempt([&] { name = HostText(node.GetName()); });
+    return name;
 }
+
+/// A geometry node whose material holds a map that chooses.
+struct Shown {
+    INode* node;
+    Mtl* material;
+    std::uint32_t handle;
+};
+
+/// The nodes that hold one object, in the order of the scene.
+struct Shared {
+    Object* object;
+    std::vector<Shown> nodes;
+};
+
+/// Nodes of one object that get the same colours; the first stands for all.
+using Alike = std::vector<Shown>;
+
+std::set<MtlID> IdsOf(const Mesh& mesh) {
+    std::set<MtlID> ids;
+    for (int f = 0; f < mesh.getNumFaces(); ++f)
+        if (f == 0 || mesh.faces[f].getMatID() != mesh.faces[f - 1].getMatID())
+            ids.insert(mesh.faces[f].getMatID());
+    return ids;
+}
+
+class SceneBake {
+  public:
+    void Run() {
+        ForEachNode([this](INode& node) { Count(node); });
+        for (const Shared& shared : objects_) {
+            if (!Attempt([&] { Bake(shared); }))
+                Skip(shared.nodes, L"the host failed over it");
+            for (const std::wstring& note : maps_.TakeNotes())
+                Log(SYSLOG_WARN, note);
+        }
+        Log(SYSLOG_INFO, meshes_ + skipped_ == 0
+                             ? L"Nothing to bake."
+                             : L"Baked " + std::to_wstring(meshes_) + L" mesh(es) of " +
+                                   std::to_wstring(nodes_) + L" object(s); " +
+                                   std::to_wstring(skipped_) + L" object(s) skipped.");
+    }
+
+  private:
+    /// Every node counts as a user of the object at the bottom of its stacks, whatever it shows.
+    void Count(INode& node) {
+        Object* object = nullptr;
+        Mtl* material = nullptr;
+        Attempt([&] { object = node.GetObjectRef(); });
+        Attempt([&] { material = node.GetMtl(); });
+        if (object)
+            Attempt([&] { ++users_[BaseObjectOf(object)]; });
+        if (!object || !material || !maps_.Any(*material))
+            return;
+        const Shown shown{&node, material, static_cast<std::uint32_t>(node.GetHandle())};
+        if (!Attempt([&] { material = GeometryMaterial(node, params_.Time()); }))
+            Skip({shown}, L"the host failed over it");
+        else if (material)
+            Add(object, shown);
+    }
+
+    void Add(Object* object, const Shown& shown) {
+        const auto [at, fresh] = places_.try_emplace(object, objects_.size());
+        if (fresh)
+            objects_.push_back({object, {}});
+        objects_[at->second].nodes.push_back(shown);
+    }
+
+    void Bake(const Shared& shared) {
+        const MeshSource source(Representative(shared), params_.Time());
+        Mesh* const mesh = source.Get();
+        if (!mesh) {
+            Skip(shared.nodes, L"it cannot become a mesh");
+            return;
+        }
+        const std::vector<Alike> parties = Parties(shared, IdsOf(*mesh));
+        const std::vector<std::wstring> modifiers = ModifierNamesOf(shared.object);
+        const bool displaced =
+            std::any_of(modifiers.begin(), modifiers.end(), IsDisplacementModifier);
+        const bool inPlace = source.IsTheObject() && parties.size() == 1 &&
+                             users_[shared.object] == static_cast<int>(parties[0].size());
+        for (const Alike& alike : parties)
+            if (displaced)
+                Skip(alike, L"a mesh of its own would lose its displacement");
+            else if (!Attempt([&] { BakeAlike(source, modifiers, alike, inPlace); }))
+                Skip(alike, L"the host failed over it");
+    }
+
+    /// A node without space warps where there is one: only it shows the object's own result.
+    static INode& Representative(const Shared& shared) {
+        for (const Shown& shown : shared.nodes)
+            if (!shown.node->GetWSMDerivedObject())
+                return *shown.node;
+        return *shared.nodes.front().node;
+    }
+
+    /// The nodes that show a map that chooses on any face, by what they get.
+    std::vector<Alike> Parties(const Shared& shared, const std::set<MtlID>& ids) {
+        using Key = std::pair<Mtl*, std::vector<std::uint32_t>>;
+        std::map<Key, size_t> places;
+        std::vector<Alike> parties;
+        for (const Shown& shown : shared.nodes) {
+            Key key{shown.material, {}};
+            if (!AddOwn(shown, ids, key.second))
+                continue;
+            const auto [at, fresh] = places.try_emplace(std::move(key), parties.size());
+            if (fresh)
+                parties.emplace_back();
+            parties[at->second].push_back(shown);
+        }
+        return parties;
+    }
+
+    /// Adds what makes the node's colours its own: the few that it can have when it is chosen for
+    /// by object alone, else its handle. False when no face shows a map that chooses.
+    bool AddOwn(const Shown& shown, const std::set<MtlID>& ids, std::vector<std::uint32_t>& own) {
+        bool any = false;
+        for (const MtlID id : ids) {
+            const FaceChoice* const choice = maps_.For(*shown.material, id);
+            any = any || choice;
+            if (!choice || !choice->rule.scope.object)
+                continue;
+            const ChoiceScope& scope = choice->rule.scope;
+            if (scope.element || scope.face) {
+                own.assign(1, shown.handle);
+                return true;
+            }
+            const ChoiceColour colour = Choose(*choice, {.object = shown.handle, .materialId = id});
+            own.insert(own.end(), {colour.choice, colour.count, colour.variation});
+        }
+        return any;
+    }
+
+    void BakeAlike(const MeshSource& source, const std::vector<std::wstring>& modifiers,
+                   const Alike& alike, bool inPlace) {
+        Mesh& mesh = *source.Get();
+        const Shown& first = alike.front();
+        const PaintedFaces painted = PaintFaces(
+            mesh, first.handle, [&](MtlID id) { return maps_.For(*first.material, id); });
+        const std::wstring name = Described(alike);
+        if (inPlace && CarriesColours(mesh, painted)) {
+            Log(SYSLOG_INFO, name + L": carries its colours already.");
+            Succeeded(alike);
+            return;
+        }
+        const bool replaces = HasColours(mesh);
+        if (replaces && maps_.ShowsVertexColours(*first.material)) {
+            Skip(alike, L"its material shows the vertex colours that it has");
+            return;
+        }
+        if (inPlace ? !WriteColours(mesh, painted) : !WriteCopy(mesh, painted, alike)) {
+            Skip(alike, L"the host refused the colours");
+            return;
+        }
+        if (!inPlace)
+            LogCopied(name, source, modifiers);
+        if (replaces)
+            Log(SYSLOG_WARN, name + L": the vertex colours that it had are lost.");
+        LogBaked(name, painted);
+        Succeeded(alike);
+    }
+
+    static bool WriteCopy(const Mesh& mesh, const PaintedFaces& painted, const Alike& alike) {
+        const NewTriObject copy = CopyToObject(mesh);
+        if (!copy || !WriteColours(copy->GetMesh(), painted))
+            return false;
+        for (const Shown& shown : alike)
+            shown.node->SetObjectRef(copy.get());
+        return true;
+    }
+
+    static void LogCopied(const std::wstring& name, const MeshSource& source,
+                          const std::vector<std::wstring>& collapsed) {
+        std::wstring line =
+            name + (source.IsTheObject()
+                        ? L": has a mesh of its own from now on"
+                        : L": is an Editable Mesh from now on, was " + source.ClassName());
+        for (size_t i = 0; i < collapsed.size(); ++i)
+            line += (i == 0 ? L"; collapsed: " : L", ") + collapsed[i];
+        Log(SYSLOG_INFO, line + L".");
+    }
+
+    static void LogBaked(const std::wstring& name, const PaintedFaces& painted) {
+        std::wstring line = name + L": " + std::to_wstring(painted.ofFace.size()) + L" faces";
+        if (painted.elements > 0)
+            line += L" in " + std::to_wstring(painted.elements) + L" elements";
+        Log(SYSLOG_INFO,
+            line + L", " + std::to_wstring(painted.colours.size()) + L" different colours.");
+    }
+
+    static std::wstring Described(const Alike& nodes) {
+        const std::wstring name = L"\"" + NameOf(*nodes.front().node) + L"\"";
+        return nodes.size() == 1 ? name
+                                 : name + L" and " + std::to_wstring(nodes.size() - 1) +
+                                       L" more that share its mesh";
+    }
+
+    void Succeeded(const Alike& nodes) {
+        ++meshes_;
+        nodes_ += nodes.size();
+    }
+
+    void Skip(const std::vector<Shown>& nodes, const std::wstring& why) {
+        skipped_ += nodes.size();
+        Attempt([&] { Log(SYSLOG_WARN, Described(nodes) + L": skipped, " + why + L"."); });
+    }
+
+    ParamReader params_;
+    ChoiceMaps maps_{params_};
+    std::unordered_map<Object*, int> users_;
+    std::unordered_map<Object*, size_t> places_;
+    std::vector<Shared> objects_;
+    size_t meshes_ = 0, nodes_ = 0, skipped_ = 0;
+};
 
 } // namespace
 
 void BakeMultiTextureVC() {
-    Attempt([] {
-        int found = 0;
-        ForEachSceneMap(
-            [&](Texmap& map) { Attempt([&] { found += IsRandomChoice(map) ? 1 : 0; }); });
-        Log(found == 0 ? L"[Brimwave VC] Nothing to bake."
-                       : L"[Brimwave VC] Not baked: " + std::to_wstring(found) + L" map(s).");
-    });
+    if (!Attempt([] { SceneBake().Run(); }))
+        Log(SYSLOG_WARN, L"Nothing was baked: the host failed over it.");
 }
 
 } // namespace brimwave

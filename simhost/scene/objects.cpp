@@ -2,12 +2,14 @@
 
 #include "simhost/scene/factory.h"
 #include "simhost/scene/primitives.h"
+#include "simhost/scene/scene.h"
 
 namespace simhost {
 
 namespace {
 
 int liveTemporaries = 0;
+int looseMeshes = 0;
 
 /// A new object of the same class with the same values and sub-objects.
 template <class T>
@@ -63,6 +65,25 @@ bool SceneMesh::BuildMesh(Mesh& out) const {
 Object* SceneMesh::ConvertToType(TimeValue /*t*/, Class_ID id) {
     faults.Check(Call::ConvertToType);
     return id == triObjectClassID && HasMesh() ? this : nullptr;
+}
+
+void SceneMesh::MaybeAutoDelete() {
+    if (loose_)
+        Scene::Current().Delete(this);
+}
+
+void SceneMesh::SetLoose(bool loose) {
+    looseMeshes += (loose ? 1 : 0) - (loose_ ? 1 : 0);
+    loose_ = loose;
+}
+
+void SceneMesh::TakenInto(Object* object) {
+    if (auto* const mesh = dynamic_cast<SceneMesh*>(object))
+        mesh->SetLoose(false);
+}
+
+int SceneMesh::LiveLoose() {
+    return looseMeshes;
 }
 
 std::unique_ptr<Object> SceneMesh::Clone() const {
@@ -215,3 +236,11 @@ std::unique_ptr<SceneModifier> SceneModifier::CloneModifier() const {
 }
 
 } // namespace simhost
+
+TriObject* CreateNewTriObject() {
+    auto* made = dynamic_cast<simhost::SceneMesh*>(
+        simhost::Scene::Current().Create(L"Editable Mesh", GEOMOBJECT_CLASS_ID));
+    if (made)
+        made->SetLoose(true);
+    return made;
+}

@@ -77,9 +77,20 @@ class SceneMesh final : public ParametricObject<TriObject> {
     bool BuildMesh(Mesh& out) const override;
     Object* ConvertToType(TimeValue t, Class_ID id) override;
     [[nodiscard]] std::unique_ptr<Object> Clone() const override;
+    ~SceneMesh() override { SetLoose(false); }
+    /// Frees one that a plug-in made and that nothing refers to yet.
+    void MaybeAutoDelete() override;
+    /// A loose one is its maker's; the first node or stack that holds it takes it over.
+    void SetLoose(bool loose);
+    static void TakenInto(Object* object);
+    /// How many are loose.
+    static int LiveLoose();
 
   protected:
     [[nodiscard]] bool MakesMesh() const override { return true; }
+
+  private:
+    bool loose_ = false;
 };
 
 /// All other geometry: primitives made from parameters, and classes with a mesh of their own

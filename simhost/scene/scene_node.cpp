@@ -162,6 +162,7 @@ Object* SceneNode::GetObjectRef() {
 void SceneNode::SetObjectRef(Object* object) {
     scene_.ObjectChanges(*this, object);
     object_ = object;
+    SceneMesh::TakenInto(object);
 }
 
 Object* SceneNode::GetObjOrWSMRef() {

@@ -1,0 +1,171 @@
+#include "pipeline/multi_texture.h"
+
+#include "host/params.h"
+#include "host/sdk_compat.h"
+#include "host/text.h"
+
+#include <algorithm>
+
+namespace brimwave {
+namespace {
+
+constexpr wchar_t kMultiTexture[] = L"multitexture";
+constexpr wchar_t kCoronaMultiMap[] = L"coronamultimap";
+
+// MultiTexture: one number ("rnd_by").
+constexpr ChoiceScope multiTextureScopes[] = {
+    {.materialId = true}, // 0
+    {.object = true},     // 1
+    {.element = true},    // 2
+    {.face = true},       // 3
+};
+
+// CoronaMultiMap: a switch for each, which may be on together; releases without the switches
+// have one number ("mode"), whose values stand in the same order.
+struct ScopeSwitch {
+    const wchar_t* param;
+    bool ChoiceScope::*part;
+};
+constexpr ScopeSwitch coronaSwitches[] = {
+    {L"randomizeInstance", &ChoiceScope::object},
+    {L"randomizePrimitive", &ChoiceScope::face},
+    {L"randomizeMaterialId", &ChoiceScope::materialId},
+    {L"randomizeMeshElement", &ChoiceScope::element},
+};
+
+// One row a class: where its list, the list's switches and its weights stand.
+struct ClassParams {
+    const wchar_t* on;
+    const wchar_t* count;   // how many entries count; null: all
+    const wchar_t* weights; // null: all the same
+    const wchar_t* variations[3];
+};
+constexpr ClassParams multiTextureParams = {
+    L"submap_on", nullptr, nullptr, {L"hue_random", L"saturation_random", L"gamma_random"}};
+constexpr ClassParams coronaParams = {
+    L"texmapsOn", L"items", L"frequencies", {L"hueRandom", L"saturationRandom", L"gammaRandom"}};
+
+struct Reader {
+    ParamReader& params;
+    Texmap& map;
+
+    /// A number of any kind; absent when there is no such parameter.
+    std::optional<float> Number(const wchar_t* name) {
+        const ParamValue value = params.FindParamValue(&map, name);
+        switch (value.kind) {
+        case ParamKind::Float:
+            return value.floatValue;
+        case ParamKind::Int:
+            return static_cast<float>(value.intValue);
+        case ParamKind::Bool:
+            return value.boolValue ? 1.0f : 0.0f;
+        default:
+            return std::nullopt;
+        }
+    }
+
+    /// A whole number, kept whole: a seed uses all of its bits.
+    std::optional<std::int32_t> Integer(const wchar_t* name) {
+        const ParamValue value = params.FindParamValue(&map, name);
+        if (value.kind == ParamKind::Int)
+            return value.intValue;
+        return std::nullopt;
+    }
+
+    /// Entries whose switch is no flag count as on, as in the package.
+    bool EntryOn(const ClassParams& names, int i) {
+        const ParamValue on = params.GetTabParamValue(&map, names.on, i);
+        return on.kind != ParamKind::Bool || on.boolValue;
+    }
+
+    ChoiceScope MultiTextureScope() {
+        const std::int32_t by = Integer(L"rnd_by").value_or(0);
+        const bool known = by >= 0 && by < static_cast<int>(std::size(multiTextureScopes));
+        return multiTextureScopes[known ? by : 0];
+    }
+
+    ChoiceScope CoronaScope() {
+        ChoiceScope scope;
+        bool found = false;
+        for (const ScopeSwitch& each : coronaSwitches)
+            if (const std::optional<float> on = Number(each.param)) {
+                found = true;
+                scope.*each.part = *on != 0;
+            }
+        if (found)
+            return scope;
+        const std::int32_t mode = Integer(L"mode").value_or(0);
+        const bool known = mode >= 0 && mode < static_cast<int>(std::size(coronaSwitches));
+        scope.*coronaSwitches[known ? mode : 0].part = true;
+        return scope;
+    }
+
+    bool Varies(const ClassParams& names) {
+        return std::any_of(std::begin(names.variations), std::end(names.variations),
+                           [&](const wchar_t* name) { return Number(name).value_or(0) != 0; });
+    }
+
+    /// The weights of the entries that can be chosen; those beyond the last one that a colour
+    /// can name are only counted.
+    std::vector<std::uint32_t> Weights(const ClassParams& names, ChoiceMap& read) {
+        int entries = map.NumSubTexmaps();
+        if (names.count)
+            if (const std::optional<std::int32_t> items = Integer(names.count); items && *items > 0)
+                entries = std::min(entries, *items);
+        std::vector<std::uint32_t> weights;
+        for (int i = 0; i < entries; ++i) {
+            if (!map.GetSubTexmap(i) || !EntryOn(names, i))
+                continue;
+            if (++read.choices > kMostChoices) {
+                ++read.leftOut;
+                continue;
+            }
+            const std::optional<float> weight =
+                names.weights ? params.FindTabNumber(&map, names.weights, i) : std::nullopt;
+            weights.push_back(WeightSteps(weight.value_or(1)));
+        }
+        read.choices -= read.leftOut;
+        return weights;
+    }
+};
+
+std::wstring LowerClassName(Texmap& map) {
+    return ToLowerW(ClassNameOf(map));
+}
+
+} // namespace
+
+bool IsChoiceMap(Texmap& map) {
+    const std::wstring name = LowerClassName(map);
+    return name == kMultiTexture || name == kCoronaMultiMap;
+}
+
+ChoiceMap ReadChoiceMap(ParamReader& params, Texmap& map) {
+    const bool corona = LowerClassName(map) == kCoronaMultiMap;
+    const ClassParams& names = corona ? coronaParams : multiTextureParams;
+    Reader reader{params, map};
+    ChoiceMap read;
+    read.name = HostText(map.GetName());
+    read.rule.scope = corona ? reader.CoronaScope() : reader.MultiTextureScope();
+    read.rule.seed = reader.Integer(L"seed").value_or(0);
+    read.varies = reader.Varies(names);
+    const std::vector<std::uint32_t> weights = reader.Weights(names, read);
+    if (!weights.empty())
+        read.rule.choice = WeightedChoice(weights);
+    return read;
+}
+
+std::wstring ScopeText(const ChoiceScope& scope) {
+    std::wstring text;
+    const auto add = [&](bool on, const wchar_t* word) {
+        if (on)
+            text += (text.empty() ? L"" : L" and ") + std::wstring(word);
+    };
+    add(scope.object, L"object");
+    add(scope.materialId, L"material id");
+    add(scope.element, L"element");
+    add(scope.face, L"face");
+    return text.empty() ? L"scene" : text;
+}
+
+} // namespace brimwave
