@@ -75,11 +75,15 @@ class ChoiceMaps::Search {
 
     void PushMaps(MtlBase& object) {
         std::vector<Texmap*> maps;
-        SlotFlags flags(params_, object);
+        std::optional<SlotFlags> flags;
+        Attempt([&] { flags.emplace(params_, object); });
         const int count = object.NumSubTexmaps();
         for (int i = 0; i < count; ++i) {
             Texmap* const map = object.GetSubTexmap(i);
-            if (map && flags.IsEnabled(i, map, SlotNameOf(object, i)))
+            bool enabled = true; // also when the switch cannot be read
+            if (map && flags)
+                Attempt([&] { enabled = flags->IsEnabled(i, map, SlotNameOf(object, i)); });
+            if (map && enabled)
                 maps.push_back(map);
         }
         pending_.insert(pending_.end(), maps.rbegin(), maps.rend());

@@ -79,7 +79,14 @@ MAPS = {
     "planks": {
         "class": "CoronaMultiMap",
         "name": "Planks",
-        "params": {"items": 3, "texmaps": ["oak_1", "oak_2", "oak_3"], "randomizeMeshElement": True},
+        "params": {
+            "items": 3,
+            "seed": 41,
+            "texmaps": ["oak_1", "oak_2", "oak_3"],
+            "randomizeInstance": False,
+            "randomizeMeshElement": True,
+            "gammaRandom": 0.15,
+        },
     },
     "walnut": bitmap("Walnut", "walnut.png"),
     "fabric_blue": bitmap("Fabric blue", "fabric_blue.png"),
@@ -88,6 +95,17 @@ MAPS = {
     "landscape": bitmap("Landscape", "landscape.png"),
     "missing": bitmap("Rug pattern (lost)", "rug_pattern_lost.png"),
     "book_cover": bitmap("Обложка", "книга.png"),
+    # Each book its own cover; the second of the list is switched off.
+    "covers": {
+        "class": "MultiTexture",
+        "name": "Covers",
+        "params": {
+            "rnd_by": 2,
+            "seed": 1208,
+            "texmaps": ["book_cover", "bricks", "fabric_blue", "fabric_red"],
+            "submap_on": [True, False, True, True],
+        },
+    },
     "scratches": corona_bitmap("Scratches", "scratches.png", gamma=1.0),
     "pebbles": corona_bitmap("Pebbles", "pebbles_normal.png", gamma=1.0),
     "pebble_normal": {
@@ -192,12 +210,12 @@ MATERIALS = {
     "book_red": {
         "class": "Physical Material",
         "name": "Book red",
-        "params": {"base_color": [0.5, 0.08, 0.06, 1], "base_color_map": "book_cover"},
+        "params": {"base_color": [0.5, 0.08, 0.06, 1], "base_color_map": "covers"},
     },
     "book_green": {
         "class": "Physical Material",
         "name": "Book green",
-        "params": {"base_color": [0.08, 0.3, 0.12, 1], "base_color_map": "book_cover"},
+        "params": {"base_color": [0.08, 0.3, 0.12, 1], "base_color_map": "covers"},
     },
     "book_blue": {
         "class": "Physical Material",

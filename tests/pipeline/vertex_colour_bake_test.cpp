@@ -100,12 +100,17 @@ TEST_F(VertexColourBake, WritesAnEditableMeshInPlaceAndKeepsTheRest) {
     OpenScene(scene);
     Object* const object = Node(L"a").GetObjectRef();
     Mesh before = *ShownMesh(Node(L"a"));
+    std::string snapshot = simhost::SnapshotScene();
     Bake();
     ExpectBaked(L"a");
     EXPECT_EQ(Node(L"a").GetObjectRef(), object);
     EXPECT_EQ(Node(L"b").GetObjectRef(), object);
 
     Mesh& after = *ShownMesh(Node(L"a"));
+    const std::string none = " 0 colours";
+    snapshot.replace(snapshot.find(none), none.size(),
+                     " " + std::to_string(after.getNumVertCol()) + " colours");
+    EXPECT_EQ(simhost::SnapshotScene(), snapshot);
     ASSERT_EQ(after.getNumVerts(), before.getNumVerts());
     ASSERT_EQ(after.getNumFaces(), before.getNumFaces());
     ASSERT_EQ(after.getNumTVerts(), before.getNumTVerts());
