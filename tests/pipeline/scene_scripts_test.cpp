@@ -31,14 +31,17 @@ json SplineScene() {
     empty["object"]["splines"] = json::array();
     json hidden = SplineNode("Hidden \"q\" \\n Дуб");
     hidden["hidden"] = true;
+    json extruded = SplineNode("Extruded"); // geometry already
+    extruded["modifiers"] = {{{"class", "Extrude"}, {"params", {{"amount", 5}}}}};
     json cable = SplineNode("Cable");
     cable["wire_color"] = {1, 2, 3};
     const json holder = {{"name", "Holder"},
                          {"object", {{"class", "Point"}}},
                          {"transform", {{"position", {5, 6, 7}}}},
                          {"children", {cable, BoxNode("Box", nullptr)}}};
-    scene["nodes"] = {holder, notRendered, notRenderable,
-                      empty,  hidden,      SplineNode("Done_bwSplineSrc")};
+    scene["nodes"] = {holder,  notRendered, notRenderable,
+                      empty,   hidden,      SplineNode("Done_bwSplineSrc"),
+                      extruded};
     return scene;
 }
 
@@ -58,7 +61,8 @@ TEST(SplineCopies, GiveRenderableSplinesATwinUnderTheirName) {
     EXPECT_EQ(twin->GetWireColor(), source->GetWireColor());
     EXPECT_EQ(twin->GetNodeTM(0).GetTrans(), source->GetNodeTM(0).GetTrans());
     EXPECT_TRUE(NodeNamed(L"Hidden \"q\" \\n Дуб_bwSplineSrc"));
-    for (const wchar_t* alone : {L"Not rendered", L"Not renderable", L"Empty", L"Done_bwSplineSrc"})
+    for (const wchar_t* alone :
+         {L"Not rendered", L"Not renderable", L"Empty", L"Done_bwSplineSrc", L"Extruded"})
         EXPECT_TRUE(NodeNamed(alone)) << ::testing::PrintToString(alone);
 
     RestoreSplineCopies();
@@ -133,7 +137,9 @@ TEST(GeometryBake, LeavesEditablePolysWithoutGroupsAndTransforms) {
     json scene = EmptyScene();
     json mirrored = BoxNode("Mirrored", nullptr);
     mirrored["transform"] = {{"position", {1, 2, 3}}, {"scale", {-1, 2, 1}}};
-    mirrored["modifiers"] = {{{"class", "TurboSmooth"}}};
+    mirrored["modifiers"] = {
+        {{"class", "TurboSmooth"}},
+        {{"class", "XForm"}, {"matrix", {{1, 0.5, 0}, {0, 1, 0}, {0.25, 0, 2}, {7, 0, 0}}}}};
     json bad = BoxNode("Bad", nullptr);
     bad["object"]["throws"] = true;
     json badHead = {{"name", "Bad head"}, {"group_head", true}, {"throws", true}};
