@@ -42,8 +42,8 @@ trap 'exit 143' TERM
 build() {
     local preset=$1 log="$root/build/$1.log"
     shift
+    say "Building ($preset)$([[ -d $root/build/$preset ]] || echo "; the first time takes minutes")"
     mkdir -p "$root/build"
-    say "Building ($preset)"
     local targets=()
     (($#)) && targets=(--target "$@")
     if ! { cd "$root" && cmake --preset "$preset" && cmake --build --preset "$preset" "${targets[@]}"; } \
