@@ -92,6 +92,26 @@ class ExportTest : public LiveTest {
         });
     }
 
+    /// Caption, icon and buttons of each message box from now on.
+    void WatchBoxes(std::vector<std::wstring>& looks) {
+        host_->User().OnMessageBox([&looks](const simhost::ShownMessage& shown, HWND box) {
+            looks.push_back(shown.caption + L": " + IconOf(box) +
+                            (GetDlgItem(box, IDNO) ? L", Yes and No" : L", OK"));
+        });
+    }
+    static std::wstring IconOf(HWND box) {
+        for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            const auto icon = reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0));
+            if (icon && icon == LoadIconW(nullptr, MAKEINTRESOURCEW(32513))) // IDI_ERROR
+                return L"error";
+            if (icon && icon == LoadIconW(nullptr, MAKEINTRESOURCEW(32515))) // IDI_WARNING
+                return L"warning";
+            if (icon)
+                return L"some other icon";
+        }
+        return L"no icon";
+    }
+
     ScratchFolder settings_;
     ScratchFolder exchange_;
     simhost::StageRecorder recorder_; // outlives the windows
@@ -233,6 +253,28 @@ TEST_F(ExportTest, TellsWhatTheServiceSaid) {
     EXPECT_EQ(host_->Text(IDC_BALANCE), L"0 credits - 3 of 3 conversions left today");
     EXPECT_EQ(host_->Text(IDC_JOB), L"");
     EXPECT_EQ(host_->Messages().size(), 3u);
+}
+
+TEST_F(ExportTest, BoxesHaveTheirIconsAndButtons) {
+    std::vector<std::wstring> looks;
+    WatchBoxes(looks);
+    host_->Press(IDC_SAVE);
+    host_->Press(IDC_BAKE);
+    host_->User().AnswerNext(IDNO);
+    Export();
+    host_->Press(IDC_BAKE);
+    simhost::Scene::Current().exporter = simhost::Scene::Exporter::Refuses;
+    Export();
+    simhost::Scene::Current().exporter = simhost::Scene::Exporter::Works;
+    Order(narrowToken_, {{"on", "jobs"}, {"status", 500}, {"times", 1}});
+    Export();
+    PutAccount(narrowToken_, 0, 3);
+    Export();
+    EXPECT_THAT(looks, ElementsAre(L"Brimwave Platform: no icon, OK",
+                                   L"Bake Geometry: warning, Yes and No",
+                                   L"Brimwave Platform - Error: error, OK",
+                                   L"Brimwave Platform - Send Failed: error, OK",
+                                   L"Brimwave Platform - Balance: no icon, OK"));
 }
 
 TEST_F(ExportTest, TheSpinnerTurnsWhileItRuns) {
