@@ -54,12 +54,14 @@ class NodeSetValue final : public Object {
 
   private:
     // Only the tree counts as a change of the scene; names and selection are asked at the start
-    // of every loop.
+    // of every loop. A scene is known by its root's handle: the next one may stand at the same
+    // address and have the same revision.
     const std::vector<SceneNode*>& Nodes(bool ask) {
-        const Scene& scene = Scene::Current();
-        if (ask || &scene != scene_ || scene.Revision() != revision_) {
+        Scene& scene = Scene::Current();
+        const AnimHandle root = Animatable::GetHandleByAnim(&scene.Root());
+        if (ask || root != root_ || scene.Revision() != revision_) {
             nodes_ = list_();
-            scene_ = &scene;
+            root_ = root;
             revision_ = scene.Revision();
         }
         return nodes_;
@@ -69,7 +71,7 @@ class NodeSetValue final : public Object {
     std::function<std::vector<SceneNode*>()> list_;
     bool ofTree_;
     std::vector<SceneNode*> nodes_;
-    const Scene* scene_ = nullptr;
+    AnimHandle root_ = 0;
     unsigned long revision_ = 0;
 };
 

@@ -90,6 +90,18 @@ TEST(SplineCopies, SplinesOfOneNameEachGetTheirsBack) {
     EXPECT_EQ(simhost::SnapshotScene(), before);
 }
 
+TEST(SplineCopies, AnotherSceneOfTheSameSizeIsAnotherScene) {
+    json scene = EmptyScene();
+    for (int i = 0; i < 50; ++i) {
+        const std::string name = "Spline " + std::to_string(i);
+        scene["nodes"] = {SplineNode(name)};
+        OpenScene(EmptyScene());
+        OpenScene(scene); // often at the address of the one before last
+        EXPECT_EQ(RunSplineCopies(), 1);
+        EXPECT_TRUE(NodeNamed(std::wstring(name.begin(), name.end()) + L"_bwSplineSrc"));
+    }
+}
+
 TEST(SplineCopies, OneThatThrowsStopsNoOther) {
     for (const json& throws : {json(true), json({"GetName"}), json({"SetName"}),
                                json({"EvalWorldState"}), json({"GetObjectRef"})}) {
