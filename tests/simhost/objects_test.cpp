@@ -248,4 +248,21 @@ TEST_F(Objects, InstancesAreFoundByTheirObject) {
     EXPECT_THROW((void)nodes[2], TabOutOfRangeException);
 }
 
+TEST_F(Objects, ANewMeshIsItsMakersUntilANodeHoldsIt) {
+    OpenScene(R"("nodes": [{"name": "box", "object": {"class": "Box"}}])");
+    TriObject* const unused = CreateNewTriObject();
+    ASSERT_TRUE(unused);
+    EXPECT_EQ(simhost::SceneMesh::LiveLoose(), 1);
+    const AnimHandle handle = Animatable::GetHandleByAnim(unused);
+    unused->MaybeAutoDelete();
+    EXPECT_EQ(Animatable::GetAnimByHandle(handle), nullptr);
+
+    TriObject* const held = CreateNewTriObject();
+    NodeNamed(L"box")->SetObjectRef(held);
+    EXPECT_EQ(simhost::SceneMesh::LiveLoose(), 0);
+    held->MaybeAutoDelete(); // a node holds it
+    EXPECT_EQ(ObjectOf(L"box"), held);
+    EXPECT_EQ(std::wstring_view(held->ClassName().data()), L"Editable Mesh");
+}
+
 } // namespace
