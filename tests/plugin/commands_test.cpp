@@ -232,9 +232,12 @@ TEST_F(CommandsTest, TheLinkOpensByMouseAndByKeyboard) {
         const std::wstring file = settings_.File(L"opened.txt");
         const LinkHandler handler(file);
         open();
-        host_.User().WaitUntil([&] { return std::filesystem::exists(file); });
+        // The handler may still hold the file for a moment after it has named it.
         std::string address;
-        std::ifstream(std::filesystem::path(file)) >> address;
+        host_.User().WaitUntil([&] {
+            std::ifstream(std::filesystem::path(file)) >> address;
+            return !address.empty();
+        });
         EXPECT_EQ(address, "http://panel.test:8080") << name;
         std::filesystem::remove(file);
     }
