@@ -156,7 +156,8 @@ std::wstring Parser::TakeWord(const wchar_t* what) {
     return list_.WordValue(Take());
 }
 
-// Definitions begin with a reserved word and a name; without a name it is an ordinary word.
+// Definitions begin with a reserved word and a name, and something that only a definition has
+// behind its name; else it is an ordinary word.
 bool Parser::IsDefinitionStart(size_t ahead) const {
     switch (Peek(ahead).key) {
     case Key::Rollout:
@@ -170,9 +171,25 @@ bool Parser::IsDefinitionStart(size_t ahead) const {
     default:
         return false;
     }
-    const Token& next = Peek(ahead + 1);
-    return next.kind == Tok::String || next.kind == Tok::Verbatim ||
-           (next.kind == Tok::Word && Peek(ahead + 2).kind != Tok::Assign);
+    const Token& name = Peek(ahead + 1);
+    if (name.kind == Tok::String || name.kind == Tok::Verbatim)
+        return true;
+    if (name.kind != Tok::Word)
+        return false;
+    const Token& behind = Peek(ahead + 2);
+    switch (behind.kind) {
+    case Tok::LParen:
+    case Tok::String:
+    case Tok::Verbatim:
+    case Tok::Resource:
+        return true;
+    case Tok::Line: // the bracket or a keyword argument may begin the next line
+        return Peek(ahead + 3).kind == Tok::LParen || Peek(ahead + 4).kind == Tok::Colon;
+    case Tok::Word: // a plug-in's name, behind its kind
+        return Peek(ahead + 3).kind == Tok::Colon || Peek(ahead).key == Key::Plugin;
+    default:
+        return false;
+    }
 }
 
 bool Parser::StartsStatement(const Token& token) const {
