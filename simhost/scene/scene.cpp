@@ -32,6 +32,11 @@ Scene::Scene() : root_(std::make_unique<SceneNode>(*this, L"Scene Root", 0)) {
 
 Scene::~Scene() = default;
 
+unsigned long Scene::NextRevision() {
+    static unsigned long last = 0;
+    return ++last;
+}
+
 Scene& Scene::Current() {
     auto& scene = OpenScene();
     if (!scene)

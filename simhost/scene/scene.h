@@ -117,12 +117,14 @@ class Scene {
     /// Puts rotation, scale and object offset of the node into an XForm modifier.
     void ResetXForm(SceneNode& node);
 
-    /// Grows whenever the tree, an object or a material of a node changes.
+    /// Another number whenever the tree, an object or a material of a node changes. No two scenes
+    /// ever have the same one: what was kept for a scene that is gone is never taken for current.
     [[nodiscard]] unsigned long Revision() const { return revision_; }
-    void Touch() { ++revision_; }
+    void Touch() { revision_ = NextRevision(); }
 
   private:
     friend class SceneNode;
+    static unsigned long NextRevision();
     void NameChanges(SceneNode& node, const std::wstring& name);
     void ObjectChanges(SceneNode& node, Object* object);
     SceneNode* TwinOf(SceneNode& node, Object* object);
@@ -136,7 +138,7 @@ class Scene {
     std::unordered_map<std::wstring, int> nextNumber_;
     std::vector<AnimHandle> selection_;
     ULONG nextHandle_ = 1;
-    unsigned long revision_ = 1;
+    unsigned long revision_ = NextRevision();
     mutable std::vector<Mtl*> materialsInUse_;
     mutable unsigned long materialsRevision_ = 0;
 };

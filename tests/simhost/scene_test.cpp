@@ -9,6 +9,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <set>
 
 namespace {
 
@@ -20,6 +21,18 @@ void ExpectPlace(SceneNode* node, const Point3& place) {
     const Point3 at = node->GetNodeTM(0).GetTrans();
     for (int k = 0; k < 3; ++k)
         EXPECT_NEAR(at[k], place[k], 1e-3) << simhost::SnapshotScene();
+}
+
+// A node list that was kept for the scene before must not be taken for this one's, even when the
+// new scene stands at the same address.
+TEST_F(Tree, NoTwoScenesShareARevision) {
+    std::set<unsigned long> seen;
+    for (int i = 0; i < 3; ++i) {
+        Scene::Reset();
+        EXPECT_TRUE(seen.insert(Scene::Current().Revision()).second);
+        Scene::Current().Touch();
+        EXPECT_TRUE(seen.insert(Scene::Current().Revision()).second);
+    }
 }
 
 TEST_F(Tree, TransformsComeFromTheParents) {
