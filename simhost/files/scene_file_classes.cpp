@@ -85,6 +85,7 @@ std::string Signature(const JsonView& entry, SClass_ID kind) {
                 if (!element.is_object())
                     continue;
                 element.erase("throws");
+                element.erase("answers_nothing");
                 element.erase("map");
                 element.erase("on");
                 if (element.contains("params") && element["params"].is_array())

@@ -11,19 +11,36 @@ namespace {
 void CheckMembers(const JsonView& entry, Context context) {
     if (context == Context::Object)
         entry.OnlyMembers(
-            {"class",       "name",        "params",   "blocks",      "replace_blocks",
-             "omit_params", "sub_objects", "class_id", "super_class", "localized_class",
-             "throws",      "throw_kind",  "mesh",     "splines",     "camera",
-             "box",         "modifiers",   "base",     "use_light",   "converts"});
+            {"class",       "name",        "params",          "blocks",      "replace_blocks",
+             "omit_params", "sub_objects", "class_id",        "super_class", "localized_class",
+             "throws",      "throw_kind",  "answers_nothing", "mesh",        "splines",
+             "camera",      "box",         "modifiers",       "base",        "use_light",
+             "converts"});
     else if (context == Context::Modifier || context == Context::SpaceModifier)
         entry.OnlyMembers({"class", "name", "params", "blocks", "replace_blocks", "omit_params",
                            "sub_objects", "class_id", "super_class", "localized_class", "throws",
-                           "throw_kind", "enabled", "matrix"});
+                           "throw_kind", "answers_nothing", "enabled", "matrix"});
     else
-        entry.OnlyMembers({"class", "name", "params", "blocks", "replace_blocks", "omit_params",
-                           "slots", "slots_off", "slot_list", "sub_materials", "sub_material_names",
-                           "sub_material_ids", "sub_objects", "file", "class_id", "super_class",
-                           "localized_class", "throws", "throw_kind"});
+        entry.OnlyMembers({"class",
+                           "name",
+                           "params",
+                           "blocks",
+                           "replace_blocks",
+                           "omit_params",
+                           "slots",
+                           "slots_off",
+                           "slot_list",
+                           "sub_materials",
+                           "sub_material_names",
+                           "sub_material_ids",
+                           "sub_objects",
+                           "file",
+                           "class_id",
+                           "super_class",
+                           "localized_class",
+                           "throws",
+                           "throw_kind",
+                           "answers_nothing"});
 }
 
 /// Room for so many slots where the last of them are one table.

@@ -150,6 +150,16 @@ void SceneLoader::ReadFaults(const JsonView& view, Faults& faults) {
             kind.Expected("\"exception\" or \"other\"");
         faults.ThrowOtherKind(kind.Utf8() == "other");
     }
+    if (view.Has("answers_nothing")) {
+        const JsonView list = view.Member("answers_nothing");
+        list.Array();
+        for (size_t i = 0; i < list.Size(); ++i) {
+            const auto call = CallOfName(list.Element(i).Utf8());
+            if (!call || !CanAnswerNothing(*call))
+                list.Element(i).Expected("the name of a call that can answer nothing");
+            faults.AddNothing(*call);
+        }
+    }
     if (!view.Has("throws"))
         return;
     const JsonView list = view.Member("throws");

@@ -141,7 +141,8 @@ void SceneLoader::CollectNodes(const JsonView& list, int parent, int depth) {
                           "user_props",
                           "handle",
                           "throws",
-                          "throw_kind"});
+                          "throw_kind",
+                          "answers_nothing"});
         (void)view.Member("name").Utf8();
         const int self = static_cast<int>(nodes_.size()) - 1;
         if (view.Has("children")) {

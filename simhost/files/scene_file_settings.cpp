@@ -126,7 +126,7 @@ void SceneLoader::LoadFaults() {
     if (!root_.Has("faults"))
         return;
     const JsonView view = root_.Member("faults");
-    view.OnlyMembers({"exporter", "throws", "throw_kind", "find_files"});
+    view.OnlyMembers({"exporter", "throws", "throw_kind", "answers_nothing", "find_files"});
     if (view.Has("exporter")) {
         static constexpr std::pair<std::string_view, Scene::Exporter> ways[] = {
             {"works", Scene::Exporter::Works},

@@ -148,7 +148,8 @@ void VariantBuilder::Block(const JsonView& view) {
         drafts_.emplace_back();
         return;
     }
-    view.OnlyMembers({"name", "id", "params", "descriptor", "throws", "throw_kind"});
+    view.OnlyMembers(
+        {"name", "id", "params", "descriptor", "throws", "throw_kind", "answers_nothing"});
     Text name;
     if (view.Has("name") && !view.Member("name").IsNull())
         name = view.Member("name").Text();

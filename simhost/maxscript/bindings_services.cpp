@@ -80,7 +80,8 @@ Value GetDir(Interpreter&, Arguments& args) {
     const auto found = std::find(std::begin(names), std::end(names), name);
     if (found == std::end(names))
         RaiseRuntime(L"Runtime error: this host does not know the folder #" + name);
-    return MakeString(GetCOREInterface()->GetDir(static_cast<int>(found - std::begin(names))));
+    const auto id = static_cast<int>(found - std::begin(names));
+    return MakeString(MSTR(GetCOREInterface()->GetDir(id)).data());
 }
 
 // Names that scripts of the real host use and this one does not have: reading one says so,

@@ -3,6 +3,7 @@
 #include "simhost/maxscript/convert.h"
 #include "simhost/maxscript/host_interpreter.h"
 #include "simhost/maxscript/interpreter.h"
+#include "simhost/scene/scene.h"
 
 #include <maxscript/maxscript.h>
 
@@ -65,10 +66,12 @@ BOOL ExecuteMAXScriptScript(const MCHAR* script, MAXScript::ScriptSource /*sourc
     using namespace simhost::maxscript;
     if (value)
         value->Init();
-    if (!script)
+    const MCHAR* const run =
+        simhost::Scene::Current().faults.Give(simhost::Call::ExecuteMAXScriptScript, script);
+    if (!run)
         return FALSE;
     try {
-        const Value result = HostInterpreter().Run(script);
+        const Value result = HostInterpreter().Run(run);
         if (value)
             Load(*value, result);
         return TRUE;

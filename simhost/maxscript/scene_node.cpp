@@ -148,7 +148,7 @@ std::unordered_map<std::wstring, NodeProperty> MakeTable() {
     AddPlacement(table);
     AddLinks(table);
     table[L"name"] = {
-        [](SceneNode& node) { return MakeString(node.GetName()); },
+        [](SceneNode& node) { return MakeString(MSTR(node.GetName()).data()); },
         [](SceneNode& node, const Value& value) { node.SetName(ToString(value).c_str()); }};
     table[L"wirecolor"] = {ReadWireColor, SetWireColor};
     table[L"handle"] = {

@@ -68,7 +68,7 @@ void SystemLog::LogEntry(DWORD type, BOOL /*dialog*/, const MCHAR* title, const 
 class CoreInterface final : public Interface {
   public:
     TimeValue GetTime() override { return Scene::Current().time; }
-    INode* GetRootNode() override { return &Scene::Current().Root(); }
+    INode* GetRootNode() override;
     MSTR& GetCurFileName() override;
     MSTR& GetCurFilePath() override;
     HWND GetMAXHWnd() const override { return hostWindow; }
@@ -115,24 +115,29 @@ class CoreInterface final : public Interface {
         static_cast<DWORD>(std::hash<std::thread::id>()(std::this_thread::get_id()));
 };
 
+INode* CoreInterface::GetRootNode() {
+    Scene& scene = Scene::Current();
+    return scene.faults.Give(Call::GetRootNode, &scene.Root());
+}
+
 MSTR& CoreInterface::GetCurFileName() {
-    Scene::Current().faults.Check(Call::GetCurFileName);
-    fileName_ = MSTR(std::wstring(FileNameOf(Scene::Current().filePath)));
+    const Scene& scene = Scene::Current();
+    const MSTR name(std::wstring(FileNameOf(scene.filePath)));
+    fileName_ = scene.faults.Give(Call::GetCurFileName, name);
     return fileName_;
 }
 
 MSTR& CoreInterface::GetCurFilePath() {
-    Scene::Current().faults.Check(Call::GetCurFilePath);
-    filePath_ = MSTR(Scene::Current().filePath);
+    const Scene& scene = Scene::Current();
+    filePath_ = scene.faults.Give(Call::GetCurFilePath, MSTR(scene.filePath));
     return filePath_;
 }
 
 const MCHAR* CoreInterface::GetDir(int id) {
     Scene& scene = Scene::Current();
-    scene.faults.Check(Call::GetDir);
     const auto found = scene.directories.find(id);
     dir_ = found == scene.directories.end() ? L"" : found->second;
-    return dir_.c_str();
+    return scene.faults.Give(Call::GetDir, dir_.c_str());
 }
 
 BOOL CoreInterface::ExportToFile(const MCHAR* name, BOOL /*suppressPrompts*/, DWORD /*options*/,
@@ -141,8 +146,8 @@ BOOL CoreInterface::ExportToFile(const MCHAR* name, BOOL /*suppressPrompts*/, DW
 }
 
 Texmap* CoreInterface::GetEnvironmentMap() {
-    Scene::Current().faults.Check(Call::GetEnvironmentMap);
-    return Scene::Current().environmentMap.Get();
+    const Scene& scene = Scene::Current();
+    return scene.faults.Give(Call::GetEnvironmentMap, scene.environmentMap.Get());
 }
 
 Point3 CoreInterface::GetBackGround(TimeValue /*t*/, Interval& /*valid*/) {
@@ -155,8 +160,8 @@ Point3 CoreInterface::GetAmbient(TimeValue /*t*/, Interval& /*valid*/) {
 }
 
 ReferenceTarget* CoreInterface::GetCurrentRenderer(bool /*createDefault*/) {
-    Scene::Current().faults.Check(Call::GetCurrentRenderer);
-    return Scene::Current().renderer.Get();
+    const Scene& scene = Scene::Current();
+    return scene.faults.Give(Call::GetCurrentRenderer, scene.renderer.Get());
 }
 
 INode* CoreInterface::GetINodeByName(const MCHAR* name) {
@@ -197,10 +202,10 @@ MSTR FileResolution::GetFullFilePath(const MCHAR* fileName,
                                      MaxSDK::AssetManagement::AssetType /*type*/,
                                      bool /*byPassCache*/) {
     const Scene& scene = Scene::Current();
-    scene.faults.Check(Call::GetFullFilePath);
-    if (!fileName || !*fileName || !scene.findsFiles)
+    const MCHAR* const asked = scene.faults.Give(Call::GetFullFilePath, fileName);
+    if (!asked || !*asked || !scene.findsFiles)
         return MSTR();
-    const std::wstring asStored = fileName;
+    const std::wstring asStored = asked;
     if (FileExists(asStored))
         return MSTR(asStored);
     std::vector<std::wstring> folders;
@@ -263,7 +268,7 @@ Interface* GetCOREInterface() {
 
 IFileResolutionManager* IFileResolutionManager::GetInstance() {
     static simhost::FileResolution manager;
-    return &manager;
+    return Scene::Current().faults.Give(simhost::Call::GetInstance, &manager);
 }
 
 IInstanceMgr* IInstanceMgr::GetInstanceMgr() {

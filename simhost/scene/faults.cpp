@@ -1,5 +1,6 @@
 #include "simhost/scene/faults.h"
 
+#include <algorithm>
 #include <iterator>
 #include <stdexcept>
 #include <string>
@@ -60,7 +61,35 @@ constexpr std::string_view callNames[] = {"GetClassName",
                                           "GetCurFilePath",
                                           "GetCurrentRenderer",
                                           "GetSceneMtls",
-                                          "GetFullFilePath"};
+                                          "GetFullFilePath",
+                                          "GetInstance",
+                                          "GetRootNode",
+                                          "GetChildNode",
+                                          "ExecuteMAXScriptScript"};
+
+// Those whose answer passes through Faults::Give.
+constexpr Call canAnswerNothing[] = {Call::GetParamBlock,
+                                     Call::GetReference,
+                                     Call::GetName,
+                                     Call::NumSubTexmaps,
+                                     Call::GetSubTexmap,
+                                     Call::NumSubMtls,
+                                     Call::GetSubMtl,
+                                     Call::GetMapName,
+                                     Call::GetDesc,
+                                     Call::EvalWorldState,
+                                     Call::GetMtl,
+                                     Call::GetObjectRef,
+                                     Call::GetEnvironmentMap,
+                                     Call::GetDir,
+                                     Call::GetCurFileName,
+                                     Call::GetCurFilePath,
+                                     Call::GetCurrentRenderer,
+                                     Call::GetFullFilePath,
+                                     Call::GetInstance,
+                                     Call::GetRootNode,
+                                     Call::GetChildNode,
+                                     Call::ExecuteMAXScriptScript};
 
 static_assert(std::size(callNames) == static_cast<size_t>(Call::NumberOfCalls));
 
@@ -75,6 +104,15 @@ std::optional<Call> CallOfName(std::string_view name) {
 
 std::string_view NameOfCall(Call call) {
     return callNames[static_cast<size_t>(call)];
+}
+
+bool CanAnswerNothing(Call call) {
+    return std::find(std::begin(canAnswerNothing), std::end(canAnswerNothing), call) !=
+           std::end(canAnswerNothing);
+}
+
+void Faults::AddAll() {
+    thrown_ = ~Bit(Call::GetChildNode);
 }
 
 void Faults::Throw(Call call) const {

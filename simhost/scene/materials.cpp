@@ -33,9 +33,8 @@ void SceneMultiMtl::SetNumSubMtls(int count) {
 }
 
 const MCHAR* SceneBitmapTex::GetMapName() {
-    faults.Check(Call::GetMapName);
     const Text* path = String(L"fileName");
-    return path && *path ? (*path)->c_str() : L"";
+    return faults.Give(Call::GetMapName, path && *path ? (*path)->c_str() : L"");
 }
 
 void SceneBitmapTex::SetMapName(const MCHAR* mapName) {

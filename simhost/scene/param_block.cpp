@@ -75,9 +75,9 @@ void ParamBlock::GetClassName(MSTR& s, bool /*localized*/) const {
 }
 
 ParamBlockDesc2* ParamBlock::GetDesc() {
-    faults.Check(Call::GetDesc);
     // The SDK hands the shared descriptor out as one that may be changed; nobody does.
-    return slot_.hasDescriptor ? const_cast<BlockDesc*>(slot_.desc.get()) : nullptr;
+    ParamBlockDesc2* const desc = const_cast<BlockDesc*>(slot_.desc.get());
+    return faults.Give(Call::GetDesc, slot_.hasDescriptor ? desc : nullptr);
 }
 
 ParamType2 ParamBlock::GetParameterType(ParamID id) {

@@ -26,12 +26,10 @@ class Parametric : public Base, public Entity {
         return VisibleBlockCount();
     }
     IParamBlock2* GetParamBlock(int i) override {
-        faults.Check(Call::GetParamBlock);
-        return VisibleBlock(i);
+        return faults.Give(Call::GetParamBlock, VisibleBlock(i));
     }
     IParamBlock2* GetParamBlockByID(BlockID id) override {
-        faults.Check(Call::GetParamBlock);
-        return VisibleBlockById(id);
+        return faults.Give(Call::GetParamBlock, VisibleBlockById(id));
     }
 
     // The references of a thing are its blocks, then its sub-objects.
@@ -40,8 +38,9 @@ class Parametric : public Base, public Entity {
         return VisibleBlockCount() + NumSubObjects();
     }
     ReferenceTarget* GetReference(int i) override {
-        faults.Check(Call::GetReference);
-        return i < VisibleBlockCount() ? VisibleBlock(i) : SubObject(i - VisibleBlockCount());
+        ReferenceTarget* const found =
+            i < VisibleBlockCount() ? VisibleBlock(i) : SubObject(i - VisibleBlockCount());
+        return faults.Give(Call::GetReference, found);
     }
     int NumSubs() override {
         faults.Check(Call::NumSubs);
@@ -66,21 +65,16 @@ template <class Base>
 class ParametricMtlBase : public Parametric<Base> {
   public:
     using Parametric<Base>::Parametric;
-    MSTR GetName() override {
-        this->faults.Check(Call::GetName);
-        return MSTR(this->name);
-    }
+    MSTR GetName() override { return this->faults.Give(Call::GetName, MSTR(this->name)); }
     void SetName(const MSTR& newName) override {
         this->faults.Check(Call::SetName);
         this->name = newName.data();
     }
     int NumSubTexmaps() override {
-        this->faults.Check(Call::NumSubTexmaps);
-        return this->NumSlots();
+        return this->faults.Give(Call::NumSubTexmaps, this->NumSlots());
     }
     Texmap* GetSubTexmap(int i) override {
-        this->faults.Check(Call::GetSubTexmap);
-        return this->SlotMap(i);
+        return this->faults.Give(Call::GetSubTexmap, this->SlotMap(i));
     }
     void SetSubTexmap(int i, Texmap* map) override { this->SetSlotMap(i, map); }
     int SubTexmapOn(int i) override {
@@ -98,14 +92,8 @@ template <class Base>
 class ParametricMtl : public ParametricMtlBase<Base> {
   public:
     using ParametricMtlBase<Base>::ParametricMtlBase;
-    int NumSubMtls() override {
-        this->faults.Check(Call::NumSubMtls);
-        return this->NumMtls();
-    }
-    Mtl* GetSubMtl(int i) override {
-        this->faults.Check(Call::GetSubMtl);
-        return this->SubMtlAt(i);
-    }
+    int NumSubMtls() override { return this->faults.Give(Call::NumSubMtls, this->NumMtls()); }
+    Mtl* GetSubMtl(int i) override { return this->faults.Give(Call::GetSubMtl, this->SubMtlAt(i)); }
     void SetSubMtl(int i, Mtl* mtl) override { this->SetSubMtlAt(i, mtl); }
     MSTR GetSubMtlSlotName(int i, bool /*localized*/) override {
         this->faults.Check(Call::GetSubMtlSlotName);

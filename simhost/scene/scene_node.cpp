@@ -90,8 +90,7 @@ void SceneNode::GetClassName(MSTR& s, bool /*localized*/) const {
 }
 
 const MCHAR* SceneNode::GetName() {
-    faults.Check(Call::GetName);
-    return name_.c_str();
+    return faults.Give(Call::GetName, name_.c_str());
 }
 
 void SceneNode::SetName(const MCHAR* name) {
@@ -111,7 +110,8 @@ int SceneNode::NumberOfChildren() {
 INode* SceneNode::GetChildNode(int i) {
     const auto& children = Children();
     const bool inside = i >= 0 && i < static_cast<int>(children.size());
-    return inside ? children[static_cast<size_t>(i)] : nullptr;
+    INode* const child = inside ? children[static_cast<size_t>(i)] : nullptr;
+    return faults.Give(Call::GetChildNode, child);
 }
 
 void SceneNode::AttachChild(INode* child, int keepPosition) {
@@ -155,8 +155,7 @@ Matrix3 SceneNode::GetObjTMAfterWSM(TimeValue t, Interval* valid) {
 }
 
 Object* SceneNode::GetObjectRef() {
-    faults.Check(Call::GetObjectRef);
-    return object_.Get();
+    return faults.Give(Call::GetObjectRef, object_.Get());
 }
 
 void SceneNode::SetObjectRef(Object* object) {
@@ -175,14 +174,13 @@ IDerivedObject* SceneNode::GetWSMDerivedObject() {
 }
 
 const ObjectState& SceneNode::EvalWorldState(TimeValue /*t*/, BOOL /*evalHidden*/) {
-    faults.Check(Call::EvalWorldState);
-    state_.obj = Evaluated(spaceStack_.Get() ? spaceStack_.Get() : object_.Get());
+    Object* const stack = spaceStack_.Get() ? spaceStack_.Get() : object_.Get();
+    state_.obj = faults.Give(Call::EvalWorldState, Evaluated(stack));
     return state_;
 }
 
 Mtl* SceneNode::GetMtl() {
-    faults.Check(Call::GetMtl);
-    return material_.Get();
+    return faults.Give(Call::GetMtl, material_.Get());
 }
 
 void SceneNode::SetMtl(Mtl* mtl) {

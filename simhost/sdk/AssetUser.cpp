@@ -5,7 +5,8 @@
 namespace MaxSDK::AssetManagement {
 
 MSTR AssetUser::GetFullFilePath() const {
-    return IFileResolutionManager::GetInstance()->GetFullFilePath(fileName_.data(), type_);
+    IFileResolutionManager* const manager = IFileResolutionManager::GetInstance();
+    return manager ? manager->GetFullFilePath(fileName_.data(), type_) : MSTR();
 }
 
 bool AssetUser::GetFullFilePath(MSTR& path) const {

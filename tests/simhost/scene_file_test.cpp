@@ -38,6 +38,8 @@ TEST_F(SceneFile, FaultsAreToldWithTheirPlaceAndNothingIsLoaded) {
          "/maps/a~1b~0c/slots/No", "no such texture slot"},
         {R"("maps": {"a": {"class": "Q", "blocks": [{"name": "b", "params": [{"name": "p", "type": "colour"}]}]}})",
          "/maps/a/blocks/0/params/0/type", "a parameter type"},
+        {R"("faults": {"answers_nothing": ["GetBackGround"]})", "/faults/answers_nothing/0",
+         "can answer nothing"},
         {R"("maps": {"a": {"class": "Checker", "throws": ["Nap"]}})", "/maps/a/throws/0",
          "a call that can throw"},
         {R"("maps": {"a": {"class": "Checker", "omit_params": ["nope"]}})", "/maps/a/omit_params/0",

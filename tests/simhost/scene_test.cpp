@@ -5,6 +5,7 @@
 
 #include <IFileResolutionManager.h>
 #include <max.h>
+#include <maxscript/maxscript.h>
 
 #include <chrono>
 #include <filesystem>
@@ -256,6 +257,19 @@ TEST_F(Tree, HostFaultsOnDemand) {
     EXPECT_THROW((void)NodeNamed(L"n")->EvalWorldState(0), std::runtime_error);
     EXPECT_EQ(GetSystemUnitScale(UNITS_METERS), 0);
     EXPECT_FALSE(core->ExportToFile(L"/tmp/never_written.fbx", TRUE));
+    OpenScene(
+        R"("faults": {"answers_nothing": ["GetRootNode", "GetEnvironmentMap", "GetCurFilePath",
+                                                "GetInstance", "ExecuteMAXScriptScript"]},
+                 "file_name": "C:\\a.max", "environment": {"map": {"class": "Checker"}},
+                 "nodes": [{"name": "n", "object": {"class": "Box"},
+                            "answers_nothing": ["EvalWorldState", "GetName"]}])");
+    EXPECT_EQ(core->GetRootNode(), nullptr);
+    EXPECT_EQ(core->GetEnvironmentMap(), nullptr);
+    EXPECT_STREQ(core->GetCurFilePath().data(), L"");
+    EXPECT_EQ(IFileResolutionManager::GetInstance(), nullptr);
+    EXPECT_FALSE(ExecuteMAXScriptScript(L"1", MAXScript::ScriptSource::NonEmbedded, TRUE));
+    EXPECT_EQ(NodeNamed(L"n")->EvalWorldState(0).obj, nullptr);
+    EXPECT_EQ(NodeNamed(L"n")->GetName(), nullptr);
     OpenScene(R"("faults": {"exporter": "writes_nothing"})");
     EXPECT_TRUE(core->ExportToFile(L"/tmp/never_written.fbx", TRUE));
     EXPECT_EQ(GetFileAttributesW(L"/tmp/never_written.fbx"), INVALID_FILE_ATTRIBUTES);
