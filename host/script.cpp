@@ -20,11 +20,13 @@ class ScriptValue {
     FPValue value_;
 };
 
-BOOL Execute(const MCHAR* script, FPValue& value) {
+/// Quiet errors go to the host's log, the others to its user.
+BOOL Execute(const MCHAR* script, bool quiet, FPValue* value) {
 #if MAX_VERSION_MAJOR < 24
-    return ExecuteMAXScriptScript(script, TRUE, &value);
+    return ExecuteMAXScriptScript(script, quiet, value);
 #else
-    return ExecuteMAXScriptScript(script, MAXScript::ScriptSource::NonEmbedded, TRUE, &value, TRUE);
+    return ExecuteMAXScriptScript(script, MAXScript::ScriptSource::NonEmbedded, quiet, value,
+                                  quiet);
 #endif
 }
 
@@ -33,7 +35,7 @@ BOOL Execute(const MCHAR* script, FPValue& value) {
 std::optional<std::wstring> RunScriptString(const std::wstring& script) {
     ScriptValue value;
     try {
-        if (!Execute(script.c_str(), value.Get()))
+        if (!Execute(script.c_str(), true, &value.Get()))
             return std::nullopt;
     } catch (...) { // an error inside the host's engine is a script without a result
         return std::nullopt;
@@ -41,6 +43,13 @@ std::optional<std::wstring> RunScriptString(const std::wstring& script) {
     if (value.Get().type != TYPE_STRING || !value.Get().s)
         return std::nullopt;
     return std::wstring(value.Get().s);
+}
+
+void RunScript(const std::wstring& script) {
+    try {
+        Execute(script.c_str(), false, nullptr);
+    } catch (...) { // what the script had done by then stays
+    }
 }
 
 std::wstring EscapeScriptString(std::wstring_view text) {

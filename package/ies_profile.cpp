@@ -2,6 +2,7 @@
 
 #include "host/asset_paths.h"
 #include "host/json_text.h"
+#include "host/long_path.h"
 
 #include <algorithm>
 #include <new>
@@ -14,8 +15,8 @@ namespace {
 class InputFile {
   public:
     explicit InputFile(const std::wstring& path)
-        : file_(CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0,
-                            nullptr)) {}
+        : file_(CreateFileW(LongPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                            OPEN_EXISTING, 0, nullptr)) {}
     ~InputFile() {
         if (IsOpen())
             CloseHandle(file_);

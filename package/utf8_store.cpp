@@ -1,5 +1,7 @@
 #include "package/utf8_store.h"
 
+#include "host/long_path.h"
+
 #include <algorithm>
 
 namespace brimwave {
@@ -16,7 +18,8 @@ void Utf8Store::Append(std::wstring_view text) {
 }
 
 Utf8File::Utf8File(const std::wstring& path)
-    : file_(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr)),
+    : file_(CreateFileW(LongPath(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0,
+                        nullptr)),
       good_(file_ != INVALID_HANDLE_VALUE) {}
 
 Utf8File::~Utf8File() {

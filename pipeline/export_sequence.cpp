@@ -1,6 +1,7 @@
 #include "pipeline/export_sequence.h"
 
 #include "host/asset_paths.h"
+#include "host/long_path.h"
 #include "package/scene_package.h"
 #include "pipeline/attempt.h"
 #include "pipeline/export_panel.h"
@@ -180,7 +181,8 @@ class ExportRun {
         panel_.SetStatus(88, L"Sending to server...", true);
         const wchar_t* const target = panel_.OlderBlenderTarget() ? L"5.1" : L"5.2";
         const FileRemover package(PackagePath());
-        return SubmitJob(ServiceBaseAddress(), PackagePath(), token_, jobFolderName_, target);
+        return SubmitJob(ServiceBaseAddress(), LongPath(PackagePath()), token_, jobFolderName_,
+                         target);
     }
 
     void ShowOutcome(const HttpResult& answer, int objects) {

@@ -158,8 +158,13 @@ std::vector<MtlRestoreEntry> DeduplicateMaterialNames() {
     GroupList groups;
     ForEachGeometryMaterial([&](Mtl& material) { groups.Collect(material); });
     std::vector<MtlRestoreEntry> entries;
-    for (const Group& group : groups.Groups())
-        RenameGroup(group, entries);
+    try {
+        for (const Group& group : groups.Groups())
+            RenameGroup(group, entries);
+    } catch (...) { // out of memory: the caller would not learn what was renamed
+        RestoreMaterialNames(entries);
+        throw;
+    }
     return entries;
 }
 

@@ -7,9 +7,6 @@
 
 #include "scripts_embedded.h"
 
-#include <max.h>
-#include <maxscript/maxscript.h>
-
 namespace brimwave {
 
 std::int32_t RunSplineCopies() {
@@ -29,10 +26,7 @@ void RestoreSplineCopies() {
 }
 
 void BakeGeometry() {
-    Attempt([] {
-        const std::wstring script = ScriptText(scripts_embedded::geometry_bake_ms);
-        ExecuteMAXScriptScript(script.c_str(), MAXScript::ScriptSource::NonEmbedded, FALSE);
-    });
+    Attempt([] { RunScript(ScriptText(scripts_embedded::geometry_bake_ms)); });
 }
 
 } // namespace brimwave

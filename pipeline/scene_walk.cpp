@@ -67,11 +67,12 @@ Mtl* GeometryMaterial(INode& node, TimeValue now) {
 }
 
 void ForEachNode(const std::function<void(INode&)>& visit) {
-    Interface* const core = GetCOREInterface();
-    if (!core)
-        return;
     std::vector<INode*> pending;
-    Attempt([&] { PushChildren(*core->GetRootNode(), pending); });
+    Attempt([&] {
+        Interface* const core = GetCOREInterface();
+        if (INode* const root = core ? core->GetRootNode() : nullptr)
+            PushChildren(*root, pending);
+    });
     while (!pending.empty()) {
         INode* const node = pending.back();
         pending.pop_back();

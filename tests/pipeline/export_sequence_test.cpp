@@ -234,6 +234,7 @@ TEST_F(ExportSequence, TellsEveryAnswerOfTheService) {
         std::wstring message;
     } rows[] = {
         {402, L"{\"error\":\"insufficient balance\"}", L"Insufficient balance.", topUp},
+        {503, L"insufficient balance", L"Insufficient balance.", topUp},
         {0, L"-- insufficient balance", L"Insufficient balance.", topUp},
         {402, L"Insufficient balance", L"Send failed (HTTP 402).",
          failed + L"HTTP 402).\n\nInsufficient balance" + retry},
@@ -259,6 +260,38 @@ TEST_F(ExportSequence, TellsEveryAnswerOfTheService) {
         ExpectFinished();
         ExpectSceneAsBefore();
     }
+}
+
+TEST_F(ExportSequence, TakesEverySuccessForDoneWhateverItSays) {
+    for (const int status : {200, 201, 204, 299}) {
+        SCOPED_TRACE(status);
+        ClearExchange();
+        NewService().Answer(200, kAccount).Answer(status, L"insufficient balance");
+        ExportAndSend(panel);
+        EXPECT_EQ(panel.status, L"Done  OK  Objects: 2");
+        EXPECT_FALSE(Exists(JobFolder() + L"\\1.json"));
+        ExpectFinished();
+    }
+}
+
+TEST_F(ExportSequence, WorksInFoldersOfAnyDepthAndScript) {
+    const std::wstring deep =
+        std::wstring(120, L'd') + L"\\Дом é \xd83c\xdf33 木 " + std::wstring(110, L'e');
+    scene["file_name"] = "C:\\Scenes\\Гостиная 木.v2.max";
+    Open();
+    panel.folder = exchange.Path(deep);
+    std::filesystem::create_directories(TempFolder::Native(panel.folder));
+    http->Answer(200, kAccount).Answer(200, L"");
+    ExportAndSend(panel);
+    ASSERT_EQ(panel.status, L"Done  OK  Objects: 2");
+    const std::wstring job = panel.folder + L"\\" + panel.jobLabel.substr(5);
+    ASSERT_GT(job.size() + std::wstring(L"\\1.json").size(), 260u);
+    EXPECT_THAT(panel.jobLabel, StartsWith(L"Job: Гостиная 木.v2_"));
+    EXPECT_TRUE(TempFolder::Exists(job + L"\\Гостиная 木.v2.fbx"));
+    EXPECT_TRUE(TempFolder::Exists(job + L"\\textures\\here.png"));
+    EXPECT_FALSE(TempFolder::Exists(job + L"\\1.json"));
+    EXPECT_FALSE(http->Requests()[1].body.value_or("").empty());
+    ExpectSceneAsBefore();
 }
 
 TEST_F(ExportSequence, NamesAnUnsavedSceneUntitled) {

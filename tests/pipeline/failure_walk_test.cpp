@@ -1,8 +1,15 @@
 // Every point at which an export can fail: afterwards the scene is as it was, and the panel is
 // ready for another run.
+#include "simhost/scene/scene.h"
 #include "tests/pipeline/sequence_kit.h"
 
 #include <gmock/gmock.h>
+
+#include <set>
+
+#ifndef _WIN32
+#include <unistd.h>
+#endif
 
 namespace brimwave {
 namespace {
@@ -10,6 +17,7 @@ namespace {
 using brimwave::testing::kAccount;
 using brimwave::testing::RecordingPanel;
 using brimwave::testing::TempFolder;
+using simhost::Call;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 namespace fs = std::filesystem;
@@ -89,7 +97,74 @@ TEST_F(FailureWalk, PackageCannotBeWritten) {
     EXPECT_EQ(LastBox(), L"error: Package export returned failure.");
 }
 
-#ifndef _WIN32 // a full disk on demand: the device that takes nothing
+#ifndef _WIN32
+/// While it lives, nothing can be made or removed in the folder, and nowhere else: root, whom no
+/// permission stops, is somebody else for so long.
+class ReadOnlyFolder {
+  public:
+    explicit ReadOnlyFolder(fs::path folder) : folder_(std::move(folder)) {
+        fs::permissions(folder_, fs::perms(0555));
+        if (wasRoot_ && seteuid(65534) != 0)
+            ADD_FAILURE() << "still root";
+    }
+    ReadOnlyFolder(const ReadOnlyFolder&) = delete;
+    ReadOnlyFolder& operator=(const ReadOnlyFolder&) = delete;
+    ~ReadOnlyFolder() {
+        if (wasRoot_ && seteuid(0) != 0)
+            ADD_FAILURE() << "no longer root";
+        fs::permissions(folder_, fs::perms(0755));
+    }
+
+  private:
+    fs::path folder_;
+    bool wasRoot_ = geteuid() == 0;
+};
+
+TEST_F(FailureWalk, FoldersTurnReadOnly) {
+    const struct {
+        int from, until;    // progress values
+        const char* folder; // in the job folder; null: the Exchange Folder
+        std::wstring status, box;
+    } rows[] = {
+        {8, 12, nullptr, L"Error.", kFbxRefused},
+        {25, 40, "", L"Error.", kFbxRefused},
+        {40, 55, "textures", L"Done  OK  Objects: 2", L""},
+        {65, 78, "", L"Error.", L"error: Package export returned failure."},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.from);
+        ClearExchange();
+        panel.calls.clear();
+        std::optional<ReadOnlyFolder> locked;
+        panel.onCall = [&](const std::wstring& line) {
+            const fs::path job = exchange.NativePath() / TempFolder::Native(JobFolder());
+            if (line.starts_with(L"status " + std::to_wstring(row.from)))
+                locked.emplace(row.folder ? job / row.folder : exchange.NativePath());
+            else if (line.starts_with(L"status " + std::to_wstring(row.until)) ||
+                     line.starts_with(L"error"))
+                locked.reset();
+        };
+        Run();
+        EXPECT_EQ(panel.status, row.status);
+        if (panel.status == L"Error.") {
+            EXPECT_EQ(LastBox(), row.box);
+        }
+    }
+}
+
+// A full disk on demand: the device that takes nothing.
+
+TEST_F(FailureWalk, DiskFullWhileTexturesAndLogAreWritten) {
+    At(40, [](const fs::path& folder) {
+        fs::create_symlink("/dev/full", folder / "textures" / "here.png");
+        fs::create_symlink("/dev/full", folder / "1.log");
+    });
+    Run();
+    EXPECT_EQ(panel.status, L"Done  OK  Objects: 2");
+    EXPECT_THAT(panel.Lines(L"status 55"),
+                ::testing::ElementsAre(L"status 55 busy: Textures: 1  (2 missing)"));
+}
+
 TEST_F(FailureWalk, DiskFullWhileThePackageIsWritten) {
     At(65, [](const fs::path& folder) { fs::create_symlink("/dev/full", folder / "1.json"); });
     Run();
@@ -127,6 +202,77 @@ TEST_F(FailureWalk, TransportThrows) {
         ExpectSceneAsBefore();
     }
     EXPECT_FALSE(Exists(JobFolder() + L"\\1.json"));
+}
+
+// Every call of the host, broken while one stage runs.
+TEST_F(FailureWalk, AnyCallOfTheHostFailsDuringAnyStage) {
+    const Call calls[] = {
+        Call::GetRootNode,   Call::GetCurFilePath,     Call::GetEnvironmentMap,
+        Call::GetBackGround, Call::GetCurrentRenderer, Call::GetSceneMtls,
+        Call::GetInstance,   Call::GetFullFilePath,    Call::ExecuteMAXScriptScript};
+    // The first stands for the spline twins, which show no status.
+    const wchar_t* const stages[] = {L"job: ",      L"status 8 ",  L"status 12 ",
+                                     L"status 15 ", L"status 20 ", L"status 25 ",
+                                     L"status 40 ", L"status 65 ", L"status 88 "};
+    std::set<std::wstring> outcomes;
+    const ScopedVariable asked("BRIMWAVE_VRAY_CONVERT", "1");
+    bool otherKind = false;
+    for (const Call call : calls)
+        for (const bool throws : {true, false})
+            for (const wchar_t* const stage : stages) {
+                if (!throws && !simhost::CanAnswerNothing(call))
+                    continue;
+                SCOPED_TRACE(std::string(NameOfCall(call)) +
+                             (throws ? " throws during " : " answers nothing during ") +
+                             WideToUtf8(stage));
+                otherKind = !otherKind;
+                panel.onCall = [&](const std::wstring& line) {
+                    simhost::Faults& faults = simhost::Scene::Current().faults;
+                    faults.Clear();
+                    faults.ThrowOtherKind(otherKind);
+                    if (line.starts_with(stage))
+                        throws ? faults.Add(call) : faults.AddNothing(call);
+                };
+                Run();
+                outcomes.insert(panel.status);
+                ClearExchange();
+            }
+    // Without its nodes or its name the scene is exported as far as it goes; what the walk of the
+    // package cannot do without ends the run.
+    EXPECT_THAT(outcomes, ::testing::IsSubsetOf(std::vector<std::wstring>{
+                              L"Done  OK  Objects: 2", L"Done  OK  Objects: 0", L"Error."}));
+    EXPECT_THAT(outcomes, ::testing::Contains(L"Done  OK  Objects: 2"));
+}
+
+TEST_F(FailureWalk, ThirdPartyClassesAnswerNothing) {
+    const struct {
+        const char* place; // in the scene file
+        std::vector<const char*> calls;
+        const wchar_t* status;
+    } rows[] = {
+        {"/materials/paint", {"GetName"}, L"Done  OK  Objects: 2"},
+        {"/materials/paint", {"GetParamBlock", "GetReference"}, L"Done  OK  Objects: 2"},
+        {"/materials/paint", {"NumSubTexmaps", "NumSubMtls"}, L"Done  OK  Objects: 2"},
+        {"/materials/paint", {"GetSubTexmap", "GetSubMtl"}, L"Done  OK  Objects: 2"},
+        {"/materials/paint/params/base_color_map",
+         {"GetName", "GetMapName", "GetParamBlock", "GetSubTexmap"},
+         L"Done  OK  Objects: 2"},
+        {"/nodes/0", {"GetChildNode"}, L"Done  OK  Objects: 1"},
+        {"/nodes/0/children/0/object", {"GetParamBlock", "GetReference"}, L"Done  OK  Objects: 2"},
+        {"/nodes/0/children/1", {"GetObjectRef", "EvalWorldState"}, L"Done  OK  Objects: 2"},
+        {"/nodes/1", {"EvalWorldState"}, L"Done  OK  Objects: 1"},
+        {"/nodes/1", {"GetMtl"}, L"Done  OK  Objects: 1"},
+        {"/nodes/1", {"GetObjectRef", "GetName"}, L"Done  OK  Objects: 2"},
+    };
+    const nlohmann::json sound = scene;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::string(row.place) + ": " + row.calls[0]);
+        scene = sound;
+        scene[nlohmann::json::json_pointer(row.place)]["answers_nothing"] = row.calls;
+        Open();
+        Run();
+        EXPECT_EQ(panel.status, row.status);
+    }
 }
 
 TEST_F(FailureWalk, ThirdPartyClassesAndTheHostItselfThrow) {

@@ -2,9 +2,7 @@
 #ifdef _WIN32
 #include "pipeline/texture_collection.h"
 
-#include "tests/pipeline/scene_kit.h"
-#include "tests/support/temp_folder.h"
-
+#include "tests/pipeline/sequence_kit.h"
 #include <gmock/gmock.h>
 
 namespace brimwave {
@@ -12,7 +10,9 @@ namespace {
 
 using brimwave::testing::TempFolder;
 using nlohmann::json;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 
 /// Collects the files through one bitmap each.
 TextureCollectResult CollectFiles(const TempFolder& job, const std::vector<std::wstring>& files) {
@@ -74,6 +74,57 @@ TEST(TextureFiles, AReadOnlyCopyIsReplacedByTheNextOfItsName) {
     EXPECT_EQ(TempFolder::Read(job.Path(L"textures\\wood.png")), "second");
     EXPECT_TRUE(GetFileAttributesW(first.c_str()) & FILE_ATTRIBUTE_READONLY);
     SetFileAttributesW(first.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+class JobFiles : public brimwave::testing::SequenceTest {
+  protected:
+    /// Runs the export while somebody holds the job's file open, from a progress value to the end.
+    void RunWhileHeld(const wchar_t* file, int progress, DWORD access, DWORD share) {
+        std::optional<OpenFile> held;
+        panel.onCall = [&](const std::wstring& line) {
+            if (!line.starts_with(L"status " + std::to_wstring(progress) + L" "))
+                return;
+            const std::wstring name = JobFolder() + L"\\" + file;
+            if (!Exists(name))
+                exchange.Write(name, "of somebody else");
+            held.emplace(exchange.Path(name), access, share);
+        };
+        ClearExchange();
+        panel.calls.clear();
+        NewService().Answer(200, brimwave::testing::kAccount).Answer(200, L"");
+        ExportAndSend(panel);
+        ExpectFinished();
+        ExpectSceneAsBefore();
+    }
+
+    [[nodiscard]] std::wstring LastBox() const { return panel.calls[panel.calls.size() - 2]; }
+};
+
+TEST_F(JobFiles, HeldBySomebodyElse) {
+    RunWhileHeld(L"room.fbx", 25, GENERIC_READ, 0);
+    EXPECT_THAT(LastBox(), StartsWith(L"error: FBX export failed"));
+    RunWhileHeld(L"1.json", 65, GENERIC_READ, 0);
+    EXPECT_EQ(LastBox(), L"error: Package export returned failure.");
+    RunWhileHeld(L"1.json", 88, GENERIC_READ, 0);
+    EXPECT_EQ(panel.status, L"Send failed (no response).");
+    EXPECT_THAT(LastBox(), HasSubstr(L"Cannot read JSON file: " + exchange.Path(JobFolder())));
+    RunWhileHeld(L"1.json", 88, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE);
+    EXPECT_EQ(panel.status, L"Done  OK  Objects: 2");
+    EXPECT_FALSE(Exists(JobFolder() + L"\\1.json"));
+}
+
+TEST_F(JobFiles, LightProfilesBelowLongPathsAreRead) {
+    const std::wstring file =
+        work.Write(std::wstring(150, L'p') + L"\\" + std::wstring(120, L'q') + L".ies",
+                   "IESNA:LM-63-2002\n[TEST] far down\nTILT=NONE\n");
+    ASSERT_GT(file.size(), 260u);
+    scene["nodes"].push_back(
+        {{"name", "lamp"},
+         {"object", {{"class", "VRayIES"}, {"params", {{"ies_file", WideToUtf8(file)}}}}}});
+    Open();
+    NewService().Answer(200, brimwave::testing::kAccount).Answer(200, L"");
+    ExportAndSend(panel);
+    EXPECT_THAT(http->Requests().back().body.value_or(""), HasSubstr("far down"));
 }
 
 } // namespace
