@@ -132,6 +132,29 @@ std::wstring DecodeSource(std::string_view bytes) {
     return Latin(bytes);
 }
 
+std::optional<std::wstring> DecodeTwoByteShape(std::string_view bytes) {
+    if (bytes.find('\0') != std::string_view::npos || StrictUtf8(bytes))
+        return std::nullopt;
+    constexpr wchar_t letter = 0x4E00;
+    std::wstring text;
+    text.reserve(bytes.size());
+    for (size_t i = 0; i < bytes.size(); ++i) {
+        const auto lead = static_cast<unsigned char>(bytes[i]);
+        if (lead < 0x80) {
+            text.push_back(static_cast<wchar_t>(lead));
+            continue;
+        }
+        const auto next = i + 1 < bytes.size() ? static_cast<unsigned char>(bytes[i + 1]) : 0;
+        const bool isPair = lead != 0x80 && lead != 0xFF && next >= 0x40 && next != 0x7F;
+        const bool isHalfWidth = lead >= 0xA1 && lead <= 0xDF;
+        if (!isPair && !isHalfWidth)
+            return std::nullopt;
+        i += isPair ? 1u : 0u;
+        text.push_back(letter);
+    }
+    return text;
+}
+
 std::optional<std::string> ReadWholeFile(std::wstring_view path, size_t limit) {
     std::error_code error;
     const std::filesystem::path file = ToHostPath(path);

@@ -180,6 +180,11 @@ TEST(Mxscheck, PrintsOneLineForEachFile) {
                                     "REJECT 2:6 Syntax error: string without end\n"
                                     "REJECT 1:3 Syntax error: at ), expected <factor>\n"),
                         1));
+    // Letters of two bytes: one ends like a backslash, others stand in a name.
+    const std::string eastern = folder.Write("sjis.ms", "a = \"\x95\x5C\"\n\x96\xBC\x91\x4F = 1\n");
+    const std::string western = folder.Write("latin.ms", "a = \"caf\xE9\"\nb = (\"\xE9\\\")\n");
+    EXPECT_EQ(Check(eastern + " " + western).first,
+              "ACCEPT\nREJECT 2:6 Syntax error: string without end\n");
     EXPECT_EQ(Check("--names " + good).first, good + ": ACCEPT\n");
     EXPECT_EQ(Check(folder.Path() + "/none.ms").first, "REJECT 0:0 cannot read the file\n");
     EXPECT_EQ(Check("").second, 2);
