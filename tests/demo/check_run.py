@@ -63,14 +63,20 @@ def check_panel(folder):
         expect(ok, f"stage {progress} {pattern!r}: got {got_progress} {got_text!r}")
     width, height, rows = png_colours(folder / "panel.png")
     expect(width > 300 and height > 400 and rows > 40, f"panel.png: {width}x{height}, {rows} rows")
-    return job, int(status.rsplit(" ", 1)[1])
+    copied = next((int(t.split()[1]) for p, t in seen if p == 55), None)
+    return job, int(status.rsplit(" ", 1)[1]), copied
 
 
-def check_job_folder(folder, job):
+def check_job_folder(folder, job, copied):
     files = {p.name for p in (folder / "exchange" / job).iterdir()}
     fbx = job[:-9] + ".fbx"
     expect({fbx, "textures"} <= files, f"job folder holds {sorted(files)}")
     expect("1.json" not in files, "1.json is still in the job folder")
+    # Two files of one name take one place.
+    textures = list((folder / "exchange" / job / "textures").iterdir())
+    expect(len(textures) <= copied and bool(textures) == bool(copied),
+           f"{copied} textures copied, {len(textures)} there")
+    expect(all(p.stat().st_size for p in textures), "a texture is empty")
     head = (folder / "exchange" / job / fbx).read_bytes()[:23]
     expect(head.startswith(b"Kaydara FBX Binary  \0"), "the FBX file has no FBX header")
 
@@ -106,8 +112,8 @@ def main():
     parser.add_argument("folder", type=pathlib.Path)
     parser.add_argument("--materials", default="")
     options = parser.parse_args()
-    job, objects = check_panel(options.folder)
-    check_job_folder(options.folder, job)
+    job, objects, copied = check_panel(options.folder)
+    check_job_folder(options.folder, job, copied)
     check_request(options.folder, job)
     check_package(options.folder, objects, [m for m in options.materials.split(",") if m])
     for problem in problems:
