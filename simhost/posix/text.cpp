@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 
@@ -66,6 +67,28 @@ int Deliver(const Text& text, Char* out, int size) {
     return length;
 }
 
+/// Converts as long as one unit is one byte, which nearly always is to the end, and no further than
+/// `size`. Returns the number of units.
+size_t CopyAscii(std::wstring_view text, char* out, int size) {
+    const size_t most = std::min(text.size(), static_cast<size_t>(std::max(size, 0)));
+    constexpr size_t step = 16; // the compiler makes a few instructions of so many
+    size_t done = 0;
+    for (; done + step <= most; done += step) {
+        std::uint32_t all = 0;
+        char bytes[step];
+        for (size_t i = 0; i < step; ++i) {
+            all |= static_cast<std::uint32_t>(text[done + i]);
+            bytes[i] = static_cast<char>(text[done + i]);
+        }
+        if (all >= 0x80)
+            break;
+        std::memcpy(out + done, bytes, step);
+    }
+    for (; done < most && static_cast<std::uint32_t>(text[done]) < 0x80; ++done)
+        out[done] = static_cast<char>(text[done]);
+    return done;
+}
+
 int CompareFolded(const wchar_t* a, const wchar_t* b) {
     for (;; ++a, ++b) {
         const wchar_t x = simhost::FoldUnit(*a);
@@ -92,6 +115,9 @@ int WideCharToMultiByte(UINT codePage, DWORD /*flags*/, LPCWSTR text, int units,
     if (!text || units == 0)
         return 0;
     const size_t length = units < 0 ? std::wcslen(text) + 1 : static_cast<size_t>(units);
+    const size_t ascii = codePage == CP_UTF8 ? CopyAscii({text, length}, out, size) : 0;
+    if (ascii == length)
+        return static_cast<int>(length);
     return Deliver(Narrow(codePage, {text, length}, defaultChar, usedDefault), out, size);
 }
 

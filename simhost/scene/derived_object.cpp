@@ -1,5 +1,7 @@
 #include "simhost/scene/derived_object.h"
 
+#include <typeinfo>
+
 namespace simhost {
 
 void DerivedObject::AddModifier(SceneModifier* modifier, int before) {
@@ -139,8 +141,10 @@ Object* BaseOf(Object* object) {
 }
 
 Object* Evaluated(Object* object) {
-    auto* derived = dynamic_cast<DerivedObject*>(object);
-    return derived ? derived->Evaluate() : object;
+    // Asked of every node all the time: a look at the exact class, not a search of its bases.
+    if (!object || typeid(*object) != typeid(DerivedObject))
+        return object;
+    return static_cast<DerivedObject*>(object)->Evaluate();
 }
 
 bool MeshOf(Object* object, Mesh& mesh) {

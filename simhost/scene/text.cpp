@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cwctype>
 
@@ -73,9 +74,13 @@ std::wstring Utf8ToWide(std::string_view text) {
 }
 
 std::string WideToUtf8(std::wstring_view text) {
-    std::string out;
+    const auto ascii = [](wchar_t unit) { return static_cast<std::uint32_t>(unit) < 0x80; };
+    const auto narrow = [](wchar_t unit) { return static_cast<char>(unit); };
+    const auto end = std::find_if_not(text.begin(), text.end(), ascii); // mostly the end
+    std::string out(static_cast<size_t>(end - text.begin()), '\0');
+    std::transform(text.begin(), end, out.begin(), narrow);
     out.reserve(text.size());
-    for (size_t i = 0; i < text.size(); ++i) {
+    for (size_t i = out.size(); i < text.size(); ++i) {
         auto code = static_cast<std::uint32_t>(text[i]) & 0xffffu;
         if (code >= 0xd800 && code < 0xdc00 && i + 1 < text.size()) {
             const auto low = static_cast<std::uint32_t>(text[i + 1]);
