@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 namespace sceneconv {
 
@@ -53,6 +54,73 @@ constexpr Row kClasses[] = {
 };
 // clang-format on
 
+struct NamedRow {
+    std::uint32_t super;
+    const char* name;
+};
+
+// Classes of which no file of the real host has shown the id. The stand-in numbers such classes by
+// a hash of their name, so its own files tell them.
+constexpr NamedRow kClassesByName[] = {
+    {kMaterial, "CoronaMtl"},
+    {kMaterial, "CoronaSkinMtl"},
+    {kMaterial, "CoronaRaySwitchMtl"},
+    {kMaterial, "CoronaBlendMtl"},
+    {kMaterial, "CoronaSelectMtl"},
+    {kMaterial, "CoronaVolumeMtl"},
+    {kMaterial, "CoronaShadowCatcherMtl"},
+    {kMaterial, "Shellac"},
+    {kMaterial, "Toon"},
+    {kMaterial, "Morpher"},
+    {kMaterial, "Material Switcher"},
+    {kMaterial, "PBR Material (Metal/Rough)"},
+    {kMaterial, "PBR Material (Spec/Gloss)"},
+    {kMaterial, "OpenPBR Material"},
+    {kMaterial, "Material Output Selector"},
+    {kMaterial, "Map to Material Conversion"},
+    {kMaterial, "VRayLightMtl"},
+    {kMaterial, "VRay2SidedMtl"},
+    {kMaterial, "VRayBlendMtl"},
+    {kMaterial, "VRayCarPaintMtl"},
+    {kMaterial, "VRayCarPaintMtl2"},
+    {kMaterial, "VRayFastSSS2"},
+    {kMaterial, "VRayStochasticFlakesMtl"},
+    {kMaterial, "VRayALSurfaceMtl"},
+    {kLight, "CoronaSun"},
+    {kLight, "VRayLight"},
+    {kLight, "VRaySun"},
+    {kLight, "VRayIES"},
+    {kLight, "Free Light"},
+    {kLight, "Target Light"},
+    {kCamera, "CoronaCam"},
+    {kCamera, "VRayPhysicalCamera"},
+};
+
+/// Both parts of the id, the first in the upper half.
+constexpr std::uint64_t IdOfName(std::string_view name) {
+    std::uint64_t hash = 14695981039346656037U;
+    for (const char c : name) {
+        hash = (hash ^ static_cast<std::uint64_t>(c)) * 1099511628211U;
+    }
+    return hash;
+}
+
+const char* NameOf(const HostClass& ids) {
+    const auto* row = std::find_if(std::begin(kClasses), std::end(kClasses), [&](const Row& r) {
+        return r.partA == ids.partA && r.partB == ids.partB && r.super == ids.super;
+    });
+    if (row != std::end(kClasses)) {
+        return row->name;
+    }
+    const std::uint64_t id = (std::uint64_t{ids.partA} << 32U) | ids.partB;
+    for (const NamedRow& named : kClassesByName) {
+        if (named.super == ids.super && IdOfName(named.name) == id) {
+            return named.name;
+        }
+    }
+    return "";
+}
+
 } // namespace
 
 std::optional<HostClass> HostClassOf(const FbxObject& object) {
@@ -65,12 +133,7 @@ std::optional<HostClass> HostClassOf(const FbxObject& object) {
     found.partA = static_cast<std::uint32_t>(a->Integer());
     found.partB = static_cast<std::uint32_t>(b->Integer());
     found.super = static_cast<std::uint32_t>(object.Integer("3dsMax|SuperClassID", 0));
-    const auto* row = std::find_if(std::begin(kClasses), std::end(kClasses), [&](const Row& r) {
-        return r.partA == found.partA && r.partB == found.partB && r.super == found.super;
-    });
-    if (row != std::end(kClasses)) {
-        found.name = row->name;
-    }
+    found.name = NameOf(found);
     return found;
 }
 

@@ -2,8 +2,11 @@
 #include "tests/sceneconv/convert_kit.h"
 #include "tests/sceneconv/fbx_text.h"
 
+#include "sceneconv/host_classes.h"
+#include "simhost/classes/catalogue.h"
 #include "simhost/files/scene_file.h"
 #include "simhost/scene/scene.h"
+#include "simhost/scene/text.h"
 
 #include <gencam.h>
 #include <gtest/gtest.h>
@@ -159,6 +162,33 @@ TEST_F(LoadsInHost, AndComesBackFromItsExport) {
                       node.value("material", Json()).is_null())
                 << file << " " << name;
         }
+    }
+}
+
+TEST(HostClasses, EveryOneOfTheHostIsKnownByItsIds) {
+    std::vector<simhost::ClassPtr> classes;
+    std::string objects;
+    for (const simhost::ClassPtr& info : simhost::AllClasses()) {
+        const auto kind = static_cast<int>(info->kind);
+        if (kind != MATERIAL_CLASS_ID && kind != LIGHT_CLASS_ID && kind != CAMERA_CLASS_ID) {
+            continue;
+        }
+        classes.push_back(info);
+        objects += HostMaterial(300 + static_cast<int>(classes.size()), "M",
+                                ClassOf(info->classId.PartA(), info->classId.PartB(), kind));
+    }
+    ASSERT_GT(classes.size(), 50U);
+    const FbxDocument document(Fbx(objects, {}));
+    for (size_t i = 0; i < classes.size(); ++i) {
+        const FbxObject* object = document.Find(301 + static_cast<int>(i));
+        ASSERT_NE(object, nullptr);
+        const auto known = HostClassOf(*object);
+        ASSERT_TRUE(known);
+        std::string name = simhost::WideToUtf8(classes[i]->name);
+        if (name == "Standard") {
+            name = "Standard (Legacy)"; // its name in older hosts
+        }
+        EXPECT_EQ(known->name, name);
     }
 }
 
