@@ -2,14 +2,67 @@
 
 #include <max.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
 namespace brimwave {
 namespace {
 
+/// Digits, signs and points only: one unit each.
 void AppendNarrow(std::wstring& out, const char* begin, const char* end) {
-    out.append(begin, end); // digits, signs and points only: one unit each
+    const size_t size = out.size();
+    out.resize(size + static_cast<size_t>(end - begin));
+    std::copy(begin, end, out.begin() + static_cast<std::ptrdiff_t>(size));
+}
+
+/// Places a point before the last `decimals` digits, with as many zeros before them as it takes.
+char* WriteWithPoint(char* out, std::uint32_t digits, int decimals) {
+    char text[16];
+    const auto count = static_cast<int>(std::to_chars(text, text + sizeof text, digits).ptr - text);
+    const char* next = text;
+    for (int place = std::max(count - decimals, 1); place > 0; --place)
+        *out++ = count > decimals ? *next++ : '0';
+    if (decimals == 0)
+        return out;
+    *out++ = '.';
+    out = std::fill_n(out, std::max(decimals - count, 0), '0');
+    return std::copy(next, static_cast<const char*>(text) + count, out);
+}
+
+/// The text of a number between these, which has no exponent. Most numbers of a scene are such, and
+/// the general way takes several times as long.
+constexpr double leastFixed = 1e-4;
+constexpr double mostFixed = 999999.5;
+
+char* WriteFixed(char* out, double magnitude) {
+    // A float has 24 bits and the power of ten at most 21 beside its twos: every product is exact.
+    int decimals = 0;
+    for (; magnitude < 100000; magnitude *= 10)
+        ++decimals;
+    auto digits = static_cast<std::uint32_t>(magnitude);
+    const double rest = magnitude - digits;
+    if (rest > 0.5 || (rest == 0.5 && digits % 2 == 1)) // ties to even
+        ++digits;
+    while (decimals > 0 && digits % 10 == 0) {
+        digits /= 10;
+        --decimals;
+    }
+    return WriteWithPoint(out, digits, decimals);
+}
+
+/// Six significant digits; the number is finite.
+char* WriteNumber(char* out, char* end, float value) {
+    if (std::signbit(value))
+        *out++ = '-';
+    const double magnitude = std::abs(static_cast<double>(value));
+    if (magnitude == 0) {
+        *out++ = '0';
+        return out;
+    }
+    if (magnitude >= leastFixed && magnitude < mostFixed)
+        return WriteFixed(out, magnitude);
+    return std::to_chars(out, end, magnitude, std::chars_format::general, 6).ptr;
 }
 
 wchar_t HexDigit(unsigned value) {
@@ -53,10 +106,8 @@ void AppendJsonFloat(std::wstring& out, float value) {
         out += L"null";
         return;
     }
-    char digits[32];
-    const auto end =
-        std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 6).ptr;
-    AppendNarrow(out, digits, end);
+    char text[32];
+    AppendNarrow(out, text, WriteNumber(text, text + sizeof text, value));
 }
 
 void AppendJsonInt(std::wstring& out, std::int64_t value) {
@@ -131,9 +182,13 @@ std::wstring_view BoolToJson(bool value) {
 }
 
 void JsonMembers::Key(std::wstring_view key) {
-    text_ += L'"';
-    text_ += key;
-    text_ += L"\":";
+    const size_t size = text_.size();
+    text_.resize(size + key.size() + 3); // one growth for all parts
+    wchar_t* out = text_.data() + size;
+    *out++ = L'"';
+    out = std::copy(key.begin(), key.end(), out);
+    *out++ = L'"';
+    *out = L':';
 }
 
 void JsonMembers::Add(std::wstring_view member) {

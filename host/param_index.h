@@ -22,6 +22,8 @@ struct ParamDefinition {
 
 /// Compares names as the host's internal names are compared: letter case does not count.
 [[nodiscard]] std::wstring FoldParamName(std::wstring_view name);
+/// The same into a text whose memory is used again.
+void FoldParamName(std::wstring_view name, std::wstring& folded);
 
 /// Definitions of one block descriptor. Definitions without a name are left out.
 class DescriptorIndex {

@@ -21,7 +21,7 @@ template <class Visit>
 bool ParamReader::VisitNamed(Animatable* object, std::wstring_view name, Visit visit) {
     if (!object || name.empty())
         return false;
-    const std::wstring folded = FoldParamName(name);
+    FoldParamName(name, folded_);
     const int count = object->NumParamBlocks();
     for (int i = 0; i < count; ++i) {
         IParamBlock2* const block = object->GetParamBlock(i);
@@ -29,7 +29,7 @@ bool ParamReader::VisitNamed(Animatable* object, std::wstring_view name, Visit v
         if (!descriptor)
             continue;
         const DescriptorIndex& index = index_.For(*descriptor);
-        const auto* positions = index.Find(folded);
+        const auto* positions = index.Find(folded_);
         if (!positions)
             continue;
         for (const std::uint16_t position : *positions)

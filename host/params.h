@@ -111,7 +111,8 @@ class ParamReader {
     TimeValue time_;
     ParamIndex index_;
     std::unordered_map<size_t, std::vector<Plan>> plans_;
-    // Blocks of the object at hand, kept for reuse.
+    // The name looked up and the blocks of the object at hand, kept for their memory.
+    std::wstring folded_;
     std::vector<IParamBlock2*> blocks_;
     std::vector<const ParamBlockDesc2*> layout_;
 };

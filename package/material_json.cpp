@@ -6,6 +6,8 @@
 namespace brimwave {
 namespace {
 
+using namespace std::literals;
+
 bool IsMultiMaterial(std::wstring_view className) {
     return className.find(L"Multi") != std::wstring_view::npos &&
            className.find(L"Texture") == std::wstring_view::npos;
@@ -14,63 +16,72 @@ bool IsMultiMaterial(std::wstring_view className) {
 void AppendNamed(std::wstring& out, std::wstring_view indentAndKey, std::wstring_view text) {
     out += indentAndKey;
     AppendJsonString(out, text);
-    out += L",\n";
+    out += L",\n"sv;
 }
 
 void AppendSubMaterial(PackageContext& package, std::wstring& out, Mtl* material, int position) {
-    out += L"      {\n        \"material_id\": ";
+    out += L"      {\n        \"material_id\": "sv;
     AppendJsonInt(out, position);
-    out += L",\n";
-    AppendNamed(out, L"        \"material_name\": ",
+    out += L",\n"sv;
+    AppendNamed(out, L"        \"material_name\": "sv,
                 material ? HostText(material->GetName()) : std::wstring());
-    out += L"        \"node_tree\": ";
+    out += L"        \"node_tree\": "sv;
     AppendNodeJson(package, out, material, 3);
-    out += L"\n      }";
+    out += L"\n      }"sv;
 }
 
 void AppendMulti(PackageContext& package, std::wstring& out, Mtl& material) {
-    out += L"{\n      \"type\": \"Multimaterial\",\n";
-    AppendNamed(out, L"      \"name\": ", HostText(material.GetName()));
-    out += L"      \"sub_materials\": [\n";
+    out += L"{\n      \"type\": \"Multimaterial\",\n"sv;
+    AppendNamed(out, L"      \"name\": "sv, HostText(material.GetName()));
+    out += L"      \"sub_materials\": [\n"sv;
     const int count = material.NumSubMtls();
     for (int i = 0; i < count; ++i) {
         if (i > 0)
-            out += L",\n";
+            out += L",\n"sv;
         AppendSubMaterial(package, out, material.GetSubMtl(i), i + 1);
     }
-    out += L"      ]\n    }";
+    out += L"      ]\n    }"sv;
 }
 
 void AppendSingle(PackageContext& package, std::wstring& out, Mtl& material,
                   std::wstring_view className) {
-    out += L"{\n";
-    AppendNamed(out, L"      \"type\": ", className);
-    AppendNamed(out, L"      \"name\": ", HostText(material.GetName()));
-    out += L"      \"node_tree\": ";
+    out += L"{\n"sv;
+    AppendNamed(out, L"      \"type\": "sv, className);
+    AppendNamed(out, L"      \"name\": "sv, HostText(material.GetName()));
+    out += L"      \"node_tree\": "sv;
     AppendNodeJson(package, out, &material, 2);
-    out += L"\n    }";
+    out += L"\n    }"sv;
 }
 
 } // namespace
 
-std::wstring buildMaterialJson(PackageContext& package, Mtl* material,
-                               std::vector<std::wstring>& errors) {
-    if (!material)
-        return L"null";
+void AppendMaterialJson(PackageContext& package, std::wstring& out, Mtl* material,
+                        std::vector<std::wstring>& errors) {
+    if (!material) {
+        out += L"null"sv;
+        return;
+    }
+    const size_t start = out.size();
     const size_t mark = package.registry.Mark();
     try {
-        std::wstring text;
         const std::wstring className = ClassNameOf(*material);
         if (IsMultiMaterial(className))
-            AppendMulti(package, text, *material);
+            AppendMulti(package, out, *material);
         else
-            AppendSingle(package, text, *material, className);
-        return text;
+            AppendSingle(package, out, *material, className);
     } catch (...) {
         package.registry.RollBack(mark);
         errors.emplace_back(L"buildMaterialJson exception");
-        return L"null";
+        out.resize(start);
+        out += L"null"sv;
     }
+}
+
+std::wstring buildMaterialJson(PackageContext& package, Mtl* material,
+                               std::vector<std::wstring>& errors) {
+    std::wstring text;
+    AppendMaterialJson(package, text, material, errors);
+    return text;
 }
 
 } // namespace brimwave

@@ -7,6 +7,8 @@
 namespace brimwave {
 namespace {
 
+using namespace std::literals;
+
 /// Builds the pieces of one node.
 class ChildCollector {
   public:
@@ -58,11 +60,11 @@ class ChildCollector {
             if (!map || (on.kind == ParamKind::Bool && !on.boolValue))
                 continue;
             if (!first)
-                text_ += L",\n";
+                text_ += L",\n"sv;
             first = false;
             AddChild(map);
         }
-        text_ += L"\n]";
+        text_ += L"\n]"sv;
     }
 
     std::vector<Slot> ReadSlots() {
@@ -97,9 +99,9 @@ class ChildCollector {
 
     void AddSlotChild(const Slot& slot) {
         BeginChildMember();
-        text_ += L"  ";
+        text_ += L"  "sv;
         AppendJsonString(text_, slot.name);
-        text_ += L": ";
+        text_ += L": "sv;
         AddChild(slot.map);
     }
 
@@ -112,7 +114,7 @@ class ChildCollector {
     void AddLayer(int number, const Layer& layer) {
         BeginChildMember();
         text_ += L"  \"layer_" + std::to_wstring(number) + L"\": {\n" + indent_;
-        text_ += L"    \"material\": ";
+        text_ += L"    \"material\": "sv;
         AddChild(layer.material);
         if (layer.enabled) {
             text_ += L",\n" + indent_ + L"    \"enabled\": ";

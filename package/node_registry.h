@@ -1,5 +1,6 @@
 #pragma once
 #include <cstddef>
+#include <memory_resource>
 #include <unordered_map>
 #include <vector>
 
@@ -11,6 +12,10 @@ namespace brimwave {
 /// nodes are first written.
 class NodeRegistry {
   public:
+    NodeRegistry() : ids_(&memory_) {}
+    NodeRegistry(const NodeRegistry&) = delete;
+    NodeRegistry& operator=(const NodeRegistry&) = delete;
+
     /// 0 when the object has no node yet.
     [[nodiscard]] int Find(const Animatable* object) const;
     /// Registers a new object and returns its id.
@@ -22,7 +27,8 @@ class NodeRegistry {
     void RollBack(size_t mark);
 
   private:
-    std::unordered_map<const Animatable*, int> ids_;
+    std::pmr::unsynchronized_pool_resource memory_; // many small pieces of one size
+    std::pmr::unordered_map<const Animatable*, int> ids_;
     std::vector<const Animatable*> order_;
 };
 

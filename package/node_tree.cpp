@@ -7,6 +7,8 @@
 namespace brimwave {
 namespace {
 
+using namespace std::literals;
+
 std::wstring Indent(int depth) {
     return std::wstring(2 * static_cast<size_t>(depth), L' ');
 }
@@ -42,13 +44,13 @@ class NodeWriter {
     /// Writes a node that needs no further work, or the head of one that stays open.
     void Begin(MtlBase* object, int depth) {
         if (!object) {
-            out_ += L"null";
+            out_ += L"null"sv;
             return;
         }
         if (const int id = package_.registry.Find(object)) {
-            out_ += L"{ \"ref\": ";
+            out_ += L"{ \"ref\": "sv;
             AppendJsonInt(out_, id);
-            out_ += L" }";
+            out_ += L" }"sv;
             return;
         }
         const int id = package_.registry.Add(object);
@@ -67,22 +69,22 @@ class NodeWriter {
         const bool isMaterial = object.SuperClassID() == MATERIAL_CLASS_ID;
         const std::wstring type = NormaliseClassName(className, isMaterial);
         const std::wstring indent = Indent(depth);
-        out_ += L"{\n";
+        out_ += L"{\n"sv;
         out_ += indent;
-        out_ += L"\"node_id\": ";
+        out_ += L"\"node_id\": "sv;
         AppendJsonInt(out_, id);
-        out_ += L",\n";
+        out_ += L",\n"sv;
         out_ += indent;
-        out_ += L"\"type\": ";
+        out_ += L"\"type\": "sv;
         AppendJsonString(out_, type);
-        out_ += L",\n";
+        out_ += L",\n"sv;
         out_ += indent;
-        out_ += L"\"name\": ";
+        out_ += L"\"name\": "sv;
         AppendJsonString(out_, HostText(object.GetName()));
         members_.clear();
         WriteClassParams(package_, members_, object, type);
         for (size_t i = 0; i < members_.size(); ++i) {
-            out_ += L",\n";
+            out_ += L",\n"sv;
             out_ += indent;
             out_ += members_[i];
         }

@@ -12,6 +12,8 @@
 namespace brimwave {
 namespace {
 
+using namespace std::literals;
+
 /// The world-state object as a triangle mesh; frees it when the conversion made a new one.
 class ConvertedMesh {
   public:
@@ -37,32 +39,19 @@ class ConvertedMesh {
     Object* converted_ = nullptr;
 };
 
-std::wstring ObjectClass(INode& node, TimeValue time) {
-    Object* const object = node.EvalWorldState(time, TRUE).obj;
-    return object ? ClassNameOf(*object) : std::wstring();
+void AppendObjectClass(std::wstring& out, INode& node, TimeValue time) {
+    if (Object* const object = node.EvalWorldState(time, TRUE).obj)
+        out += ClassNameOf(*object);
 }
 
-/// `read()`; when the host fails over it, `fallback` and an error that names the member.
-template <class Read>
-std::wstring Guarded(std::vector<std::wstring>& errors, const wchar_t* what,
-                     const wchar_t* fallback, Read read) {
-    try {
-        return read();
-    } catch (...) {
-        errors.emplace_back(std::wstring(what) + L" exception");
-        return fallback;
-    }
-}
-
-std::wstring ErrorsJson(const std::vector<std::wstring>& errors) {
-    std::wstring text = L"[";
+void AppendErrors(std::wstring& out, const std::vector<std::wstring>& errors) {
+    out += L'[';
     for (const std::wstring& error : errors) {
-        if (text.size() > 1)
-            text += L',';
-        AppendJsonString(text, error);
+        if (out.back() != L'[')
+            out += L',';
+        AppendJsonString(out, error);
     }
-    text += L']';
-    return text;
+    out += L']';
 }
 
 } // namespace
@@ -70,67 +59,80 @@ std::wstring ErrorsJson(const std::vector<std::wstring>& errors) {
 ObjectEntryWriter::ObjectEntryWriter(PackageContext& package)
     : package_(package), seen_(size_t{1} << 16) {}
 
-void ObjectEntryWriter::CollectIds(const Mesh& mesh, std::vector<int>& ids) {
+/// `read()` appends to `text`; when the host fails over it, the text is `fallback` and an error
+/// names the member.
+template <class Read>
+void ObjectEntryWriter::ReadOr(std::wstring& text, const wchar_t* what, const wchar_t* fallback,
+                               Read read) {
+    text.clear();
+    try {
+        read();
+    } catch (...) {
+        text = fallback;
+        errors_.emplace_back(std::wstring(what) + L" exception");
+    }
+}
+
+void ObjectEntryWriter::CollectIds(const Mesh& mesh) {
+    ids_.clear();
     const int faces = mesh.getNumFaces();
     for (int i = 0; i < faces; ++i) {
         const MtlID id = mesh.faces[i].getMatID();
         if (seen_[id])
             continue;
         seen_[id] = true;
-        ids.push_back(id + 1);
+        ids_.push_back(id + 1);
     }
-    for (const int id : ids)
+    for (const int id : ids_)
         seen_[static_cast<size_t>(id - 1)] = false;
-    std::sort(ids.begin(), ids.end());
+    std::sort(ids_.begin(), ids_.end());
 }
 
-std::wstring ObjectEntryWriter::MaterialIds(INode& node) {
-    std::vector<int> ids;
+void ObjectEntryWriter::AppendMaterialIds(INode& node) {
+    ids_.clear();
     const ConvertedMesh mesh(node, package_.Time());
     if (mesh.Get())
-        CollectIds(*mesh.Get(), ids);
-    std::wstring text = L"[";
-    for (const int id : ids) {
-        if (text.size() > 1)
-            text += L',';
-        AppendJsonInt(text, id);
+        CollectIds(*mesh.Get());
+    materialIds_ += L'[';
+    for (const int id : ids_) {
+        if (materialIds_.size() > 1)
+            materialIds_ += L',';
+        AppendJsonInt(materialIds_, id);
     }
-    text += L']';
-    return text;
+    materialIds_ += L']';
 }
 
-std::wstring ObjectEntryWriter::Write(INode& node) {
-    std::vector<std::wstring> errors;
-    const std::wstring name = Guarded(errors, L"object_name", L"", [&] { return NodeName(node); });
-    const std::wstring ids =
-        Guarded(errors, L"material_ids", L"[]", [&] { return MaterialIds(node); });
-    const std::wstring material = Guarded(errors, L"material", L"null", [&] {
-        return buildMaterialJson(package_, node.GetMtl(), errors);
-    });
-    const std::wstring displacement = Guarded(errors, L"displacement_mod", L"null", [&] {
-        return ProbeDisplacementJson(package_, node);
-    });
-    const std::wstring className =
-        Guarded(errors, L"object_class", L"", [&] { return ObjectClass(node, package_.Time()); });
-    for (const std::wstring& error : errors)
-        package_.log.Add(L"[" + name + L"] " + error);
+void ObjectEntryWriter::ReadParts(INode& node) {
+    errors_.clear();
+    ReadOr(name_, L"object_name", L"", [&] { name_ += NodeName(node); });
+    ReadOr(materialIds_, L"material_ids", L"[]", [&] { AppendMaterialIds(node); });
+    ReadOr(material_, L"material", L"null",
+           [&] { AppendMaterialJson(package_, material_, node.GetMtl(), errors_); });
+    ReadOr(displacement_, L"displacement_mod", L"null",
+           [&] { displacement_ += ProbeDisplacementJson(package_, node); });
+    ReadOr(className_, L"object_class", L"",
+           [&] { AppendObjectClass(className_, node, package_.Time()); });
+}
 
-    std::wstring entry;
-    entry.reserve(material.size() + displacement.size() + name.size() + 256);
-    entry += L"  {\n    \"object_name\": ";
-    AppendJsonString(entry, name);
-    entry += L",\n    \"object_class\": ";
-    AppendJsonString(entry, className);
-    entry += L",\n    \"layer\": \"\",\n    \"material_ids\": ";
-    entry += ids;
-    entry += L",\n    \"displacement_mod\": ";
-    entry += displacement;
-    entry += L",\n    \"errors\": ";
-    entry += ErrorsJson(errors);
-    entry += L",\n    \"material\": ";
-    entry += material;
-    entry += L"\n  }";
-    return entry;
+void ObjectEntryWriter::Append(Utf8Store& out, INode& node) {
+    ReadParts(node);
+    for (const std::wstring& error : errors_)
+        package_.log.Add({L"["sv, name_, L"] "sv, error});
+
+    head_ = L"  {\n    \"object_name\": "sv;
+    AppendJsonString(head_, name_);
+    head_ += L",\n    \"object_class\": "sv;
+    AppendJsonString(head_, className_);
+    head_ += L",\n    \"layer\": \"\",\n    \"material_ids\": "sv;
+    head_ += materialIds_;
+    head_ += L",\n    \"displacement_mod\": "sv;
+    head_ += displacement_;
+    head_ += L",\n    \"errors\": "sv;
+    AppendErrors(head_, errors_);
+    head_ += L",\n    \"material\": "sv;
+    out.Append(head_);
+    material_ += L"\n  }"sv; // written from where it stands: it can be long
+    out.Append(material_);
 }
 
 } // namespace brimwave

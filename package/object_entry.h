@@ -1,5 +1,6 @@
 #pragma once
 #include "package/package_context.h"
+#include "package/utf8_store.h"
 
 namespace brimwave {
 
@@ -8,16 +9,23 @@ class ObjectEntryWriter {
   public:
     explicit ObjectEntryWriter(PackageContext& package);
 
-    /// The entry of one node, from its "{" to its "}". Whatever fails is named in the entry's
-    /// "errors" and in the log, and the rest of the entry is written.
-    [[nodiscard]] std::wstring Write(INode& node);
+    /// Appends the entry of one node, from its "{" to its "}". Whatever fails is named in the
+    /// entry's "errors" and in the log, and the rest of the entry is written.
+    void Append(Utf8Store& out, INode& node);
 
   private:
-    std::wstring MaterialIds(INode& node);
-    void CollectIds(const Mesh& mesh, std::vector<int>& ids);
+    template <class Read>
+    void ReadOr(std::wstring& text, const wchar_t* what, const wchar_t* fallback, Read read);
+    void ReadParts(INode& node);
+    void AppendMaterialIds(INode& node);
+    void CollectIds(const Mesh& mesh);
 
     PackageContext& package_;
     std::vector<bool> seen_; // by material id
+    // Parts of the entry at hand, kept for their memory.
+    std::wstring name_, className_, materialIds_, displacement_, material_, head_;
+    std::vector<std::wstring> errors_;
+    std::vector<int> ids_;
 };
 
 } // namespace brimwave

@@ -2,25 +2,31 @@
 
 #include "host/sdk_compat.h"
 
+#include <memory_resource>
 #include <unordered_map>
-#include <unordered_set>
 
 namespace brimwave {
 namespace {
 
-/// Names taken so far. Remembers for each repeated name which number to try next: all lower
-/// ones stay taken.
+/// Names taken so far, and for each which number to try next when it comes again: all lower ones
+/// stay taken.
 class UsedNames {
   public:
-    /// False when the name was taken before.
-    bool Take(const std::wstring& name) { return used_.insert(name).second; }
+    explicit UsedNames(size_t expected) : next_(&memory_) { next_.reserve(expected); }
 
-    std::wstring TakeNumbered(const std::wstring& name) {
-        int& number = next_.try_emplace(name, 1).first->second;
+    /// Null when the name is taken for the first time, else a name of its own, which is taken too.
+    /// It stays where it is until the end.
+    const std::pmr::wstring* Take(std::wstring_view name) {
+        const auto [entry, isNew] = next_.try_emplace(std::pmr::wstring(name, &memory_), 1);
+        if (isNew)
+            return nullptr;
+        int& number = entry->second;
         for (;;) {
-            std::wstring candidate = name + Suffix(number++);
-            if (used_.insert(candidate).second)
-                return candidate;
+            std::pmr::wstring candidate(name, &memory_);
+            candidate += Suffix(number++);
+            const auto [own, isFree] = next_.try_emplace(std::move(candidate), 1);
+            if (isFree)
+                return &own->first;
         }
     }
 
@@ -32,8 +38,8 @@ class UsedNames {
         return L"_" + std::wstring(zeros, L'0') + digits;
     }
 
-    std::unordered_set<std::wstring> used_;
-    std::unordered_map<std::wstring, int> next_;
+    std::pmr::monotonic_buffer_resource memory_; // many small pieces that live equally long
+    std::pmr::unordered_map<std::pmr::wstring, int> next_;
 };
 
 SceneNode Classify(INode& node, TimeValue time, PackageLog& log) {
@@ -120,18 +126,17 @@ std::vector<INode*> CollectObjects(const std::vector<SceneNode>& nodes, PackageL
 }
 
 void MakeNamesUnique(const std::vector<INode*>& nodes, PackageLog& log) {
-    UsedNames names;
+    UsedNames names(nodes.size());
     int renamed = 0;
     for (INode* const node : nodes) {
         try {
             const std::wstring name = NodeName(*node);
-            if (names.Take(name))
+            const std::pmr::wstring* const own = names.Take(name);
+            if (!own)
                 continue;
-            const std::wstring fresh = names.TakeNumbered(name);
-            node->SetName(fresh.c_str());
+            node->SetName(own->c_str());
             ++renamed;
-            log.Add(L"WARNING: Duplicate name - renamed '" + name + L"' to '" + fresh +
-                    L"' in scene");
+            log.Add({L"WARNING: Duplicate name - renamed '", name, L"' to '", *own, L"' in scene"});
         } catch (...) {
             log.Add(L"WARNING: An object could not be given a name of its own");
         }

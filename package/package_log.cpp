@@ -1,8 +1,15 @@
 #include "package/package_log.h"
 
-#include "package/utf8_store.h"
-
 namespace brimwave {
+
+void PackageLog::Add(std::initializer_list<std::wstring_view> parts) {
+    line_.clear();
+    for (const std::wstring_view part : parts)
+        line_ += part;
+    line_ += L'\n';
+    text_.Append(line_);
+    ++count_;
+}
 
 std::wstring LogPathFor(std::wstring_view packagePath) {
     return std::wstring(packagePath.substr(0, packagePath.rfind(L'.'))) + L".log";
@@ -10,10 +17,7 @@ std::wstring LogPathFor(std::wstring_view packagePath) {
 
 void WriteLogFile(const std::wstring& path, const PackageLog& log) {
     Utf8File file(path);
-    for (const std::wstring& line : log.Lines()) {
-        file.Write(line);
-        file.Write(L"\n");
-    }
+    file.Write(log.Text());
 }
 
 } // namespace brimwave

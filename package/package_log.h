@@ -1,7 +1,7 @@
 #pragma once
-#include <string>
-#include <string_view>
-#include <vector>
+#include "package/utf8_store.h"
+
+#include <initializer_list>
 
 namespace brimwave {
 
@@ -9,11 +9,17 @@ namespace brimwave {
 /// beside it.
 class PackageLog {
   public:
-    void Add(std::wstring line) { lines_.push_back(std::move(line)); }
-    [[nodiscard]] const std::vector<std::wstring>& Lines() const { return lines_; }
+    void Add(std::wstring_view line) { Add({line}); }
+    /// One line, made of these parts.
+    void Add(std::initializer_list<std::wstring_view> parts);
+    [[nodiscard]] int LineCount() const { return count_; }
+    /// All lines, each followed by a line feed.
+    [[nodiscard]] const Utf8Store& Text() const { return text_; }
 
   private:
-    std::vector<std::wstring> lines_;
+    Utf8Store text_;
+    std::wstring line_; // kept for its memory
+    int count_ = 0;
 };
 
 /// Path of the log file: the package's, its ending replaced by ".log".

@@ -31,7 +31,7 @@ Utf8Store BuildEntries(PackageContext& package, const std::vector<INode*>& objec
     Utf8Store entries;
     ObjectEntryWriter writer(package);
     for (INode* const node : objects) {
-        entries.Append(writer.Write(*node));
+        writer.Append(entries, *node);
         entries.Append(node == objects.back() ? L"\n" : L",\n");
     }
     return entries;
@@ -88,8 +88,8 @@ PackageResult Write(std::wstring_view path) {
     PackageResult result;
     result.success = file.Finish();
     result.objectCount = static_cast<int>(objects.size());
-    result.logLineCount = static_cast<int>(log.Lines().size());
-    if (result.success && !log.Lines().empty())
+    result.logLineCount = log.LineCount();
+    if (result.success && log.LineCount() > 0)
         WriteLogFile(LogPathFor(path), log);
     return result;
 }

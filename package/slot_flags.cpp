@@ -38,11 +38,13 @@ std::wstring TexmapOnName(std::wstring_view name) {
 
 } // namespace
 
-SlotFlags::SlotFlags(ParamReader& params, MtlBase& object)
-    : params_(params), object_(object), texmaps_(params.ListTexmapParams(&object)) {}
+SlotFlags::SlotFlags(ParamReader& params, MtlBase& object) : params_(params), object_(object) {}
 
 /// The first parameter that holds the map and that no earlier slot has taken.
 const TexmapParam* SlotFlags::TakeParamOf(Texmap* map) {
+    if (!listed_)
+        texmaps_ = params_.ListTexmapParams(&object_);
+    listed_ = true;
     for (TexmapParam& param : texmaps_) {
         if (param.map != map)
             continue;

@@ -28,7 +28,8 @@ class SlotFlags {
 
     ParamReader& params_;
     MtlBase& object_;
-    std::vector<TexmapParam> texmaps_;
+    std::vector<TexmapParam> texmaps_; // listed when the first slot with a map is asked for
+    bool listed_ = false;
 };
 
 } // namespace brimwave

@@ -6,11 +6,17 @@
 
 namespace brimwave {
 
+void Utf8Store::AddBlock() {
+    const size_t capacity =
+        blocks_.empty() ? firstBlock : std::min(blocks_.back().capacity * 2, largestBlock);
+    blocks_.push_back({std::make_unique_for_overwrite<char[]>(capacity), capacity, 0});
+}
+
 void Utf8Store::Append(std::wstring_view text) {
     while (!text.empty()) {
         const size_t length = Utf8PieceLength(text);
-        if (blocks_.empty() || blockSize - blocks_.back().size < MaxUtf8Size(length))
-            blocks_.push_back({std::make_unique_for_overwrite<char[]>(blockSize), 0});
+        if (blocks_.empty() || blocks_.back().capacity - blocks_.back().size < MaxUtf8Size(length))
+            AddBlock();
         Block& block = blocks_.back();
         block.size += ConvertUtf8Piece(text.substr(0, length), block.bytes.get() + block.size);
         text.remove_prefix(length);

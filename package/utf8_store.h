@@ -11,11 +11,11 @@
 
 namespace brimwave {
 
-/// UTF-8 text in blocks of one size: it grows without being moved, so that its memory stays
-/// near its length.
+/// UTF-8 text in blocks: it grows without being moved, so that its memory stays near its length.
 class Utf8Store {
   public:
     void Append(std::wstring_view text);
+    [[nodiscard]] bool empty() const { return blocks_.empty(); }
     /// Visits the blocks in order: `visit(const char* bytes, size_t size)`.
     template <class Visit>
     void ForEachBlock(Visit visit) const {
@@ -24,11 +24,15 @@ class Utf8Store {
     }
 
   private:
-    static constexpr size_t blockSize = 512 * 1024;
+    // Each block is twice as large as the one before it, up to the largest size.
+    static constexpr size_t firstBlock = maxUtf8Piece * 4;
+    static constexpr size_t largestBlock = 1024 * 1024;
     struct Block {
         std::unique_ptr<char[]> bytes;
+        size_t capacity = 0;
         size_t size = 0;
     };
+    void AddBlock();
     std::vector<Block> blocks_;
 };
 
