@@ -1,8 +1,10 @@
-// Every row of every table: class_rows.json says which members a class has, in which order.
+// Every row of every table, in one scene: class_rows.json says which members a class has, in which
+// order. What is expected of them is read from the scene file.
 #include "tests/package/package_kit.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 
@@ -26,119 +28,187 @@ std::string OtherCase(std::string name) {
     return name;
 }
 
-/// A value of its own for each row, of a kind by turns.
-struct RowValue {
-    std::string type;
-    json value;
-    std::string text;
-};
-
-RowValue ValueOf(size_t row) {
-    const std::string number = std::to_string(row + 1);
-    switch (row % 6) {
+/// A parameter of a type by turns with a value that no other one has, as far as its type goes.
+json NextParam(const std::string& name, bool length) {
+    static int number = 0;
+    ++number;
+    const std::string spelled = OtherCase(name);
+    if (length)
+        return Param(spelled, "world", number + 0.25);
+    switch (number % 6) {
     case 0:
-        return {"pcnt_frac", static_cast<double>(row + 1) + 0.25, number + ".25"};
+        return Param(spelled, "pcnt_frac", number + 0.25);
     case 1:
-        return {"int", -static_cast<int>(row + 1), "-" + number};
+        return Param(spelled, "int", -number);
     case 2:
-        return {"bool", row % 4 == 2, row % 4 == 2 ? "true" : "false"};
+        return Param(spelled, "bool", number % 4 == 2);
     case 3:
-        return {"frgba", {row + 1, 0.5, 0, 0.1}, "[" + number + ",0.5,0]"};
+        return Param(spelled, "frgba", {number, 0.5, 0, 0.1});
     case 4:
-        return {"string", "text " + number, "\"text " + number + "\""};
+        return Param(spelled, "string", "text " + std::to_string(number));
     default:
-        return {"point3", {row + 1, -1, 0.125}, "[" + number + ",-1,0.125]"};
+        return Param(spelled, "point3", {number, -1, 0.125});
     }
 }
 
 /// The class with all parameters of its rows, in reverse order, spelled in the other letter case
 /// and spread over two blocks; a parameter that two rows name stands once.
-json EntryWithRows(const std::string& className, const json& rows, bool floats) {
+json EntryWithRows(const std::string& className, const json& rows) {
     json blocks = {{{"name", "one"}, {"params", json::array()}},
                    {{"name", "two"}, {"params", json::array()}}};
+    std::vector<std::string> names;
     for (size_t i = rows.size(); i-- > 0;) {
-        const std::string name = OtherCase(rows[i][0]);
-        RowValue value = ValueOf(i);
-        if (floats)
-            value = {"float", static_cast<double>(i) + 1.5, ""};
-        blocks[i % 2]["params"].push_back(Param(name, value.type, value.value));
+        const std::string name = rows[i][0];
+        if (std::find(names.begin(), names.end(), OtherCase(name)) != names.end())
+            continue;
+        names.push_back(OtherCase(name));
+        blocks[i % 2]["params"].push_back(NextParam(name, rows[i].size() > 2));
     }
     return {{"class", className}, {"replace_blocks", true}, {"blocks", blocks}};
 }
 
-TEST(ClassRows, EveryMaterialAndMapWritesItsRowsInOrder) {
-    for (const json& table : Tables()) {
-        if (table["kind"] == "light")
-            continue;
-        std::string expected;
-        for (size_t i = 0; i < table["rows"].size(); ++i)
-            expected += table["rows"][i][1].get<std::string>() + "=" + ValueOf(i).text + "\n";
-        for (const json& className : table["classes"]) {
-            json subject = EntryWithRows(className, table["rows"], false);
-            subject["name"] = "subject";
-            subject["sub_objects"] = json::object();
-            json scene;
-            if (table["kind"] == "material") {
-                scene = SceneOf(subject);
-            } else {
-                scene = SceneOf({{"class", "Plain"},
-                                 {"blocks", json::array()},
-                                 {"slot_list", {{{"name", "Map"}, {"map", "subject"}}}}});
-                scene["maps"] = {{"subject", subject}};
-            }
-            const Written written = WritePackage(scene);
-            const std::string text = ToText(NodeMembers(written.text, "subject"));
-            EXPECT_EQ(text.substr(0, expected.size()), expected) << className;
-            // What may follow: a ramp's flags, a list of maps, an output.
-            const std::string rest = text.substr(std::min(text.size(), expected.size()));
-            const bool known = rest.empty() || rest.rfind("output_", 0) == 0 ||
-                               rest.rfind("flags=", 0) == 0 || rest.rfind("textures=", 0) == 0;
-            EXPECT_TRUE(known) << className << rest;
+/// The JSON text of a parameter of the scene file, by a row that names it.
+std::string ValueText(const json& entry, const json& row) {
+    const std::string name = OtherCase(row[0]);
+    for (const json& block : entry.at("blocks"))
+        for (const json& param : block.at("params")) {
+            if (param.at("name") != name)
+                continue;
+            const json& value = param.at("value");
+            if (!value.is_array())
+                return value.dump();
+            std::ostringstream text;
+            text << "[" << value[0] << "," << value[1] << "," << value[2] << "]";
+            return text.str();
         }
-    }
+    return "no such parameter";
 }
 
-TEST(ClassRows, EveryLightWritesItsRowsInOrder) {
+/// The member lines `key=value` that the rows of an entry give.
+std::string ExpectedMembers(const json& entry, const json& rows) {
+    std::string text;
+    for (const json& row : rows)
+        text += row[1].get<std::string>() + "=" + ValueText(entry, row) + "\n";
+    return text;
+}
+
+/// The rows' members stand together in their order, and no other line has one of their keys.
+void ExpectRows(const std::string& members, const json& entry, const json& rows) {
+    const std::string expected = ExpectedMembers(entry, rows);
+    const size_t at = members.find(expected);
+    ASSERT_NE(at, std::string::npos) << entry.at("class") << "\n" << members << expected;
+    const std::string others = "\n" + members.substr(0, at) + members.substr(at + expected.size());
+    for (const json& row : rows)
+        EXPECT_EQ(others.find("\n" + row[1].get<std::string>() + "="), std::string::npos)
+            << entry.at("class") << members;
+}
+
+/// Calls `visit(table, class name)` for each class of the tables of that kind.
+template <class Visit>
+void ForEachClass(const std::string& kind, Visit visit) {
+    for (const json& table : Tables())
+        if (table.at("kind") == kind)
+            for (const json& className : table.at("classes"))
+                visit(table, className.get<std::string>());
+}
+
+TEST(ClassRows, EveryMaterialAndMapWritesItsRowsInOrder) {
+    json scene = EmptyScene();
+    std::vector<std::pair<json, const json*>> subjects; // entry, rows
+    const auto addSubject = [&](const json& table, const std::string& className) {
+        json entry = EntryWithRows(className, table.at("rows"));
+        entry["name"] = "subject " + std::to_string(subjects.size());
+        entry["sub_objects"] = json::object();
+        subjects.emplace_back(entry, &table.at("rows"));
+        return entry;
+    };
+    ForEachClass("material", [&](const json& table, const std::string& className) {
+        const json entry = addSubject(table, className);
+        scene["nodes"].push_back(Box(entry.at("name"), entry));
+    });
+    json holder = {{"class", "Plain"}, {"blocks", json::array()}, {"slot_list", json::array()}};
+    ForEachClass("texmap", [&](const json& table, const std::string& className) {
+        const json entry = addSubject(table, className);
+        const std::string name = entry.at("name");
+        scene["maps"][name] = entry;
+        holder["slot_list"].push_back({{"name", name}, {"map", name}});
+    });
+    scene["nodes"].push_back(Box("maps", holder));
+    ASSERT_GT(subjects.size(), 120u);
+
+    const Written written = WritePackage(scene);
+    for (const auto& [entry, rows] : subjects)
+        ExpectRows(ToText(NodeMembers(written.text, entry.at("name"))), entry, *rows);
+}
+
+/// All lines `"key":value`, as `key=value`, of the entry of that name in "lights" or "cameras".
+std::string EntryMembers(const std::string& text, const std::string& name) {
+    const size_t at = text.find("_name\": \"" + name + "\"");
+    std::istringstream lines(text.substr(at, text.find("\n  }", at) - at));
+    std::string members;
+    for (std::string line; std::getline(lines, line);) {
+        line.erase(0, std::min(line.find_first_not_of(' '), line.size()));
+        const size_t colon = line.find("\":");
+        if (line.rfind("\"", 0) != 0 || colon == std::string::npos || line[colon + 2] == ' ')
+            continue;
+        if (line.back() == ',')
+            line.pop_back();
+        members += line.substr(1, colon - 1) + "=" + line.substr(colon + 2) + "\n";
+    }
+    return members;
+}
+
+TEST(ClassRows, EveryLightAndCameraWritesItsRowsInOrder) {
+    json scene = EmptyScene();
+    std::vector<std::pair<json, const json*>> subjects; // entry, rows
+    const auto add = [&](const json& table, const std::string& className) {
+        json entry = EntryWithRows(className, table.at("rows"));
+        if (className == "Free Light")
+            entry["blocks"][0]["params"].push_back(Param("webFile", "filename", "none.ies"));
+        entry["super_class"] = table.at("kind");
+        scene["nodes"].push_back({{"name", className}, {"object", entry}});
+        subjects.emplace_back(entry, &table.at("rows"));
+    };
+    ForEachClass("light", add);
+    ForEachClass("camera", add);
+    ASSERT_EQ(subjects.size(), 7u);
+    const std::string text = WritePackage(scene).text;
+    for (const auto& [entry, rows] : subjects)
+        ExpectRows(EntryMembers(text, entry.at("class")), entry, *rows);
+}
+
+TEST(ClassRows, EveryDisplacementModifierWritesItsRowsInOrder) {
+    ForEachClass("modifier", [](const json& table, const std::string& className) {
+        const json entry = EntryWithRows(className, table.at("rows"));
+        std::string expected = className.rfind("VRay", 0) == 0 ? ",\"vray_disp\":true" : "";
+        for (const json& row : table.at("rows"))
+            expected += ",\"" + row[1].get<std::string>() + "\":" + ValueText(entry, row);
+        json scene = SceneOf(ClassWith("Plain", {}));
+        scene["nodes"][0]["modifiers"] = json::array({entry});
+        const std::string text = WritePackage(scene).text;
+        EXPECT_NE(text.find("\"displacement_mod\": {" + expected.substr(1)), std::string::npos)
+            << className << expected << text;
+    });
+}
+
+TEST(ClassRows, LengthsOfLightsAreInMetres) {
     json scene = EmptyScene();
     scene["units"] = {{"type", "centimeters"}};
-    std::string expected;
-    for (const json& table : Tables()) {
-        if (table["kind"] != "light")
-            continue;
-        const std::string className = table["classes"][0];
-        json light = EntryWithRows(className, table["rows"], true);
-        if (className == "Free Light")
-            light["blocks"][0]["params"].push_back(Param("webFile", "filename", "none.ies"));
-        scene["nodes"].push_back({{"name", className}, {"object", light}});
-        for (size_t i = 0; i < table["rows"].size(); ++i) {
-            const std::string key = table["rows"][i][1];
-            const bool metres = className == "CoronaLight" && (key == "width" || key == "height");
-            std::ostringstream value;
-            value << (static_cast<double>(i) + 1.5) * (metres ? 0.01 : 1.0);
-            expected += "\"" + key + "\":" + value.str() + ",\n";
-        }
-    }
-    const std::string written = WritePackage(scene).text;
-    // The members stand one a line; take those between each light's type and its place.
-    std::string found;
-    std::istringstream lines(written);
-    for (std::string line; std::getline(lines, line);) {
-        if (line.rfind("    \"", 0) == 0 && line.find("\": ") == std::string::npos)
-            line.erase(0, 4); // the first of a light
-        if (line.rfind("\"", 0) == 0 && line.rfind("\"transform", 0) != 0 &&
-            line.rfind("\"ies_file", 0) != 0 && line.rfind("\"ies_error", 0) != 0)
-            found += line + "\n";
-    }
-    EXPECT_EQ(found, expected);
+    scene["nodes"] = {
+        {{"name", "lamp"},
+         {"object", {{"class", "CoronaLight"}, {"params", {{"width", 150}, {"height", 25}}}}}}};
+    const json light = WritePackage(scene).document.at("lights").at(0);
+    EXPECT_EQ(light.at("width"), 1.5);
+    EXPECT_EQ(light.at("height"), 0.25);
 }
 
 TEST(ClassRows, TheFormatsPageNamesEveryRow) {
     const std::string page = ReadFile("/docs/package-format.md");
     for (const json& table : Tables())
         for (const json& row : table["rows"])
-            for (const json& name : row)
-                EXPECT_NE(page.find("`" + name.get<std::string>() + "`"), std::string::npos)
-                    << name;
+            for (size_t i = 0; i < 2; ++i)
+                EXPECT_NE(page.find("`" + row[i].get<std::string>() + "`"), std::string::npos)
+                    << row[i];
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <max.h>
 
 namespace brimwave::testing {
 namespace {
@@ -181,14 +182,37 @@ TEST(File, LogStandsBesideAnyName) {
 }
 
 TEST(Document, TextsOfEveryKindStayValid) {
-    json scene = EmptyScene();
-    json material = ClassWith("Cla\"ss\\\t", {});
-    material["name"] = "tab\there \x01 \xc3\xa9 \xf0\x9f\x98\x80";
-    scene["nodes"].push_back(Box("line\nfeed", material));
-    const Written written = WritePackage(scene);
-    const json& object = written.Object("line\nfeed");
-    EXPECT_EQ(object.at("material").at("type"), "Cla\"ss\\\t");
-    EXPECT_EQ(object.at("material").at("name"), "tab\there \x01 \xc3\xa9 \xf0\x9f\x98\x80");
+    const std::string texts[] = {"", "a \"quoted\\ name", "line\r\nfeed\ttab \x01\x1f\x7f",
+                                 "\xc3\xa9\xe2\x82\xac \xf0\x9f\x98\x80",
+                                 "</script> \xef\xbb\xbf \xef\xbf\xbf"};
+    for (const std::string& text : texts) {
+        json material = ClassWith(text.empty() ? "Plain" : text, {});
+        material["name"] = text;
+        material["slot_list"] = {{{"name", text}, {"map", "map"}}};
+        json scene = EmptyScene();
+        scene["maps"] = {{"map", ClassWith("CoronaBitmap", {Param("filename", "string", text)})}};
+        scene["maps"]["map"]["name"] = text;
+        scene["nodes"].push_back(Box(text, material));
+        const json object = WritePackage(scene).document.at("objects").at(0);
+        EXPECT_EQ(object.at("object_name"), text);
+        EXPECT_EQ(object.at("material").at("type"), text.empty() ? "Plain" : text);
+        EXPECT_EQ(object.at("material").at("name"), text);
+        const json& children = object.at("material").at("node_tree").at("children");
+        const json& map = children.at(text.empty() ? "slot_0" : text);
+        EXPECT_EQ(map.at("name"), text);
+        EXPECT_EQ(map.at("filepath"), text.substr(text.find_last_of("\\/") + 1));
+    }
+}
+
+TEST(Document, HalvesOfPairsAreReplaced) {
+    OpenScene(SceneOf(ClassWith("Plain", {})));
+    INode* const node = GetCOREInterface()->GetRootNode()->GetChildNode(0);
+    node->SetName(L"a\xd83d z\xde00");
+    node->GetMtl()->SetName(MSTR(L"\xde00\xd83d"));
+    const Written written = WriteOpenScene();
+    const json& object = written.document.at("objects").at(0);
+    EXPECT_EQ(object.at("object_name"), "a\xef\xbf\xbd z\xef\xbf\xbd");
+    EXPECT_EQ(object.at("material").at("name"), "\xef\xbf\xbd\xef\xbf\xbd");
 }
 
 } // namespace

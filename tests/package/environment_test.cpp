@@ -62,6 +62,14 @@ TEST(RendererBackground, WrittenAsTheHostSpellsIt) {
     EXPECT_THAT(bare.text, HasSubstr("    \"corona_bg_source\": 0,\n"
                                      "    \"corona_bg_map\": null\n"
                                      "  }\n"));
+    // A handle of something that is no map.
+    json other =
+        SceneWithRenderer({Param("bg_source", "int", 1), Param("bg_texmap", "mtl", "material")});
+    other["materials"] = {{"material", ClassWith("Plain", {})}};
+    const Written noMap = WritePackage(other);
+    EXPECT_EQ(noMap.document.at("environment").at("corona_bg_map"), nullptr);
+    for (const std::string& line : noMap.log)
+        EXPECT_EQ(line.find("Corona scene environment map"), std::string::npos);
     const Written none = WritePackage(SceneWithRenderer({Param("bg_texmap", "texmap", "hdri")}));
     EXPECT_EQ(none.document.at("environment").size(), 3u);
 }

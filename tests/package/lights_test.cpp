@@ -1,4 +1,5 @@
 // Lights: kinds, places, instances and IES files.
+#include "host/text.h"
 #include "tests/package/package_kit.h"
 #include "tests/support/temp_folder.h"
 
@@ -104,6 +105,17 @@ TEST(Lights, Targets) {
     }
 }
 
+TEST(Lights, HostsWithoutAUnitAreTakenForInches) {
+    for (const double unit : {0.0, -1.0}) {
+        json scene = SceneOfNodes({Light("lamp", "CoronaLight", {{"width", 100}})});
+        scene["unit_scale_override"] = unit;
+        scene["nodes"][0]["transform"] = {{"position", {100, 0, 0}}};
+        const json light = WritePackage(scene).document.at("lights").at(0);
+        EXPECT_EQ(light.at("transform").at("position"), json({2.54, 0, 0}));
+        EXPECT_EQ(light.at("width"), 2.54);
+    }
+}
+
 /// Row i of the basis as the decomposition tells it: scale times the rotated axis.
 TEST(Lights, TransformsOfEveryKind) {
     const struct {
@@ -133,6 +145,25 @@ TEST(Lights, TransformsOfEveryKind) {
             length += part.get<double>() * part.get<double>();
         EXPECT_NEAR(length, 1, 1e-5);
     }
+}
+
+std::string ReadFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// UTF-8 of a text in code page 1252.
+std::string FromCodePage(const std::string& bytes) {
+    // From 0x80; what the page does not define stays the control character that it is.
+    constexpr std::wstring_view letters =
+        L"\x20ac\x81\x201a\x192\x201e\x2026\x2020\x2021\x2c6\x2030\x160\x2039\x152\x8d\x17d\x8f"
+        L"\x90\x2018\x2019\x201c\x201d\x2022\x2013\x2014\x2dc\x2122\x161\x203a\x153\x9d\x17e\x178";
+    std::wstring text;
+    for (const char byte : bytes) {
+        const auto code = static_cast<unsigned char>(byte);
+        text += code >= 0x80 && code < 0xa0 ? letters[code - 0x80u] : static_cast<wchar_t>(code);
+    }
+    return WideToUtf8(text);
 }
 
 TEST(Ies, EmbeddedAsTextOfTheSystemCodePage) {
@@ -206,11 +237,35 @@ TEST(Ies, SharedFilesAreReadWhole) {
         const Written written = WritePackage(
             SceneOfNodes({Light("lamp", "Free Light", {{"webFile", entry.path().string()}})}));
         const json light = written.document.at("lights").at(0);
-        EXPECT_EQ(light.contains("ies_data"), size > 0) << entry.path();
-        EXPECT_TRUE(size == 0 ||
-                    written.Logged("  IES embedded for lamp: " + entry.path().string() + " (" +
+        ASSERT_EQ(light.contains("ies_data"), size > 0) << entry.path();
+        if (size == 0)
+            continue;
+        EXPECT_EQ(light.at("ies_data"), FromCodePage(ReadFile(entry.path()))) << entry.path();
+        EXPECT_TRUE(written.Logged("  IES embedded for lamp: " + entry.path().string() + " (" +
                                    std::to_string(size) + " chars)"));
     }
+}
+
+TEST(Ies, HundredMegabytes) {
+    TempFolder folder;
+    const std::string line = "  12.5 \"13\" 14.25 15\r\n";
+    constexpr size_t lines = 100'000'000 / 24 + 1;
+    {
+        std::ofstream file(folder.NativePath() / "big.ies", std::ios::binary);
+        for (size_t i = 0; i < lines; ++i)
+            file << line;
+    }
+    const std::string stored = (folder.NativePath() / "big.ies").string();
+    OpenScene(SceneOfNodes({Light("lamp", "CoronaLight", {{"iesFile", stored}})}));
+    ASSERT_TRUE(WriteScenePackage(folder.Path(L"1.json")).success);
+    const std::string text = TempFolder::Read(folder.Path(L"1.json"));
+    const std::string escaped = "  12.5 \\\"13\\\" 14.25 15\\r\\n";
+    const std::string head = "\"ies_data\":\"";
+    const size_t start = text.find(head) + head.size();
+    ASSERT_LT(start, text.size());
+    for (size_t i = 0; i < lines; ++i)
+        ASSERT_EQ(text.compare(start + i * escaped.size(), escaped.size(), escaped), 0) << i;
+    EXPECT_EQ(text[start + lines * escaped.size()], '"');
 }
 
 } // namespace

@@ -9,17 +9,19 @@
 #include <cstdlib>
 #include <sstream>
 #include <stdexcept>
+#include <unordered_set>
 
 namespace brimwave::testing {
 namespace {
 
-/// Keeps a copy of every package that the tests write, and at the end lets a validator that is
-/// none of ours check them all against the schema.
+/// Keeps a copy of every package that the tests write (of equal ones one), and at the end lets a
+/// validator that is none of ours check them all against the schema.
 class PackageCheck : public ::testing::Environment {
   public:
     void Keep(std::string_view text) {
         constexpr size_t tooDeepForTheValidator = 4u << 20;
-        if (text.size() < tooDeepForTheValidator)
+        const bool isNew = kept_.insert(std::hash<std::string_view>{}(text)).second;
+        if (isNew && text.size() < tooDeepForTheValidator)
             folder_.Write(std::to_wstring(++count_) + L".json", text);
     }
     void TearDown() override {
@@ -34,6 +36,7 @@ class PackageCheck : public ::testing::Environment {
 
   private:
     TempFolder folder_;
+    std::unordered_set<size_t> kept_;
     int count_ = 0;
 };
 
