@@ -2,6 +2,7 @@
 // it may end.
 #include "simhost/app/stage_recorder.h"
 #include "simhost/files/scene_file.h"
+#include "simhost/scene/host.h"
 #include "simhost/scene/scene.h"
 #include "tests/plugin/panel_host.h"
 #include "tests/service/live/live_service.h"
@@ -26,12 +27,14 @@ constexpr std::string_view kScene = R"({
   "format": "simhost-scene", "version": 1, "file_name": "C:\\Scenes\\room.v2.max",
   "maps": { "gone": { "class": "Bitmap", "name": "Gone", "file": "C:\\gone\\wood.png" } },
   "materials": {
-    "oak": { "class": "Physical Material", "name": "Oak", "params": { "base_color_map": "gone" } }
+    "oak": { "class": "Physical Material", "name": "Oak, oiled", "params": { "base_color_map": "gone" } }
   },
   "objects": { "box": { "class": "Box", "params": { "length": 8, "width": 6, "height": 4 } } },
   "nodes": [
     { "name": "Table", "object": "box", "material": "oak" },
-    { "name": "Chair", "object": "box", "material": "oak" }
+    { "name": "Chair", "object": "box", "material": "oak" },
+    { "name": "Cable", "object": { "class": "Line", "params": { "render_renderable": true },
+                                   "splines": [{ "points": [[0, 0, 0], [9, 0, 0]] }] } }
   ]
 })";
 
@@ -44,6 +47,7 @@ class ExportTest : public LiveTest {
         SetEnvironmentVariableW(L"BRIMWAVE_SERVICE_URL", service_.https.c_str());
         const simhost::LoadResult loaded = simhost::LoadSceneText(kScene);
         ASSERT_TRUE(loaded) << loaded.error;
+        before_ = simhost::SnapshotScene();
         host_.emplace(settings_.Path().wstring());
         Open();
         host_->Type(IDC_TOKEN, token_);
@@ -112,6 +116,10 @@ class ExportTest : public LiveTest {
         return L"no icon";
     }
 
+    /// Spline twins gone, and every name as it was.
+    void ExpectScenePutBack() const { EXPECT_EQ(simhost::SnapshotScene(), before_); }
+
+    std::string before_;
     ScratchFolder settings_;
     ScratchFolder exchange_;
     simhost::StageRecorder recorder_; // outlives the windows
@@ -131,6 +139,7 @@ TEST_F(ExportTest, RunsThroughAllStagesToASubmittedJob) {
                                       L"65 Building Package...", L"78 Package ready. Objects: 2",
                                       L"88 Sending to server...", L"100 Done  OK  Objects: 2"));
     ExpectFinished(L"Done  OK  Objects: 2", 100);
+    ExpectScenePutBack();
     EXPECT_THAT(host_->Messages(), IsEmpty());
 
     const std::filesystem::path job = JobFolder();
@@ -208,6 +217,7 @@ TEST_F(ExportTest, TellsWhyAStageFailed) {
         EXPECT_THAT(host_->Messages().back(),
                     StartsWith(L"[Brimwave Platform - Error] " + beginning));
         ExpectFinished(L"Error.", 100);
+        ExpectScenePutBack();
         EXPECT_EQ(host_->Text(IDC_JOB), L"");
     };
     simhost::Scene::Current().exporter = simhost::Scene::Exporter::Refuses;
@@ -232,6 +242,8 @@ TEST_F(ExportTest, TellsWhatTheServiceSaid) {
     Order(narrowToken_, {{"on", "jobs"}, {"status", 500}, {"body", "out of order"}, {"times", 1}});
     Export();
     ExpectFinished(L"Send failed (HTTP 500).", 100);
+    ExpectScenePutBack();
+    EXPECT_FALSE(std::filesystem::exists(JobFolder() / L"1.json"));
     EXPECT_EQ(host_->Messages().back(),
               L"[Brimwave Platform - Send Failed] The job was NOT accepted by the server "
               L"(HTTP 500).\n\nout of order" +
@@ -240,6 +252,7 @@ TEST_F(ExportTest, TellsWhatTheServiceSaid) {
     Order(narrowToken_, {{"on", "jobs"}, {"close", "before-header"}, {"times", 1}});
     Export();
     ExpectFinished(L"Send failed (no response).", 100);
+    ExpectScenePutBack();
     EXPECT_THAT(host_->Messages().back(),
                 StartsWith(L"[Brimwave Platform - Send Failed] The job was NOT accepted by the "
                            L"server (no response).\n\nHTTP request failed"));
@@ -247,6 +260,7 @@ TEST_F(ExportTest, TellsWhatTheServiceSaid) {
     PutAccount(narrowToken_, 0, 3);
     Export();
     ExpectFinished(L"Insufficient balance.", 100);
+    ExpectScenePutBack();
     EXPECT_EQ(host_->Messages().back(),
               L"[Brimwave Platform - Balance] Insufficient credits.\nTop up your balance at " +
                   Dashboard());
