@@ -9,6 +9,8 @@
 namespace brimwave {
 namespace {
 
+using namespace std::literals;
+
 constexpr float degreesPerRadian = 57.295776f;
 
 constexpr ParamRow channelRows[] = {{L"uvwChannel", L"uvw_channel"}};
@@ -35,7 +37,8 @@ BitmapTex* HostBitmap(MtlBase& map) {
     return map.ClassID() == Class_ID(BMTEX_CLASS_ID, 0) ? dynamic_cast<BitmapTex*>(&map) : nullptr;
 }
 
-std::optional<std::wstring> FindString(PackageContext& package, MtlBase& map, const wchar_t* name) {
+std::optional<std::wstring> FindString(PackageContext& package, MtlBase& map,
+                                       std::wstring_view name) {
     ParamValue value = package.params.FindParamValue(&map, name);
     if (value.kind != ParamKind::String)
         return std::nullopt;
@@ -44,9 +47,9 @@ std::optional<std::wstring> FindString(PackageContext& package, MtlBase& map, co
 
 /// Nothing when the class keeps no path; V-Ray's classes keep it under a name of their own.
 std::optional<std::wstring> StoredPath(PackageContext& package, MtlBase& map) {
-    if (auto path = FindString(package, map, L"filename"))
+    if (auto path = FindString(package, map, L"filename"sv))
         return path;
-    if (auto path = FindString(package, map, L"HDRIMapName"))
+    if (auto path = FindString(package, map, L"HDRIMapName"sv))
         return path;
     BitmapTex* const bitmap = HostBitmap(map);
     std::wstring name = bitmap ? HostText(bitmap->GetMapName()) : std::wstring();
@@ -57,23 +60,23 @@ void AppendPath(PackageContext& package, JsonMembers& members, MtlBase& map) {
     const auto stored = StoredPath(package, map);
     if (!stored)
         return;
-    members.AddString(L"filepath", FileNameOf(*stored));
+    members.AddString(L"filepath"sv, FileNameOf(*stored));
     if (const auto resolved = ResolveAssetPath(*stored, AssetKind::Bitmap))
-        members.AddString(L"filepath_abs", *resolved);
+        members.AddString(L"filepath_abs"sv, *resolved);
 }
 
 Placement ReadParams(PackageContext& package, MtlBase& map) {
     Placement placement;
-    const auto find = [&](const wchar_t* name) {
+    const auto find = [&](std::wstring_view name) {
         return package.params.FindParamValue(&map, name);
     };
-    if (const ParamValue scale = find(L"uvwScale"); scale.kind == ParamKind::Vector)
+    if (const ParamValue scale = find(L"uvwScale"sv); scale.kind == ParamKind::Vector)
         placement.scale = scale.vector;
-    if (const ParamValue offset = find(L"uvwOffset"); offset.kind == ParamKind::Vector)
+    if (const ParamValue offset = find(L"uvwOffset"sv); offset.kind == ParamKind::Vector)
         placement.offset = offset.vector;
-    if (const ParamValue size = find(L"realWorldScale"); size.kind == ParamKind::Bool)
+    if (const ParamValue size = find(L"realWorldScale"sv); size.kind == ParamKind::Bool)
         placement.realWorldScale = size.boolValue;
-    if (const ParamValue angle = find(L"wAngle"); angle.kind == ParamKind::Float)
+    if (const ParamValue angle = find(L"wAngle"sv); angle.kind == ParamKind::Float)
         placement.angle = angle.floatValue;
     return placement;
 }
@@ -98,25 +101,25 @@ Placement ReadPlacement(PackageContext& package, MtlBase& map) {
 void AppendPlacement(PackageContext& package, JsonMembers& members, MtlBase& map) {
     const Placement placement = ReadPlacement(package, map);
     if (placement.scale) {
-        members.AddFloat(L"tiling_u", placement.scale->x);
-        members.AddFloat(L"tiling_v", placement.scale->y);
+        members.AddFloat(L"tiling_u"sv, placement.scale->x);
+        members.AddFloat(L"tiling_v"sv, placement.scale->y);
     }
     if (placement.realWorldScale)
-        members.AddBool(L"real_world_scale", *placement.realWorldScale);
+        members.AddBool(L"real_world_scale"sv, *placement.realWorldScale);
     if (placement.realWorldScale.value_or(false) && placement.scale) {
-        members.AddFloat(L"real_world_width_mm", placement.scale->x);
-        members.AddFloat(L"real_world_height_mm", placement.scale->y);
+        members.AddFloat(L"real_world_width_mm"sv, placement.scale->x);
+        members.AddFloat(L"real_world_height_mm"sv, placement.scale->y);
     }
     if (placement.offset) {
-        members.AddFloat(L"offset_u", placement.offset->x);
-        members.AddFloat(L"offset_v", placement.offset->y);
+        members.AddFloat(L"offset_u"sv, placement.offset->x);
+        members.AddFloat(L"offset_v"sv, placement.offset->y);
     }
     if (placement.channel)
-        members.AddInt(L"uvw_channel", *placement.channel);
+        members.AddInt(L"uvw_channel"sv, *placement.channel);
     else
         package.params.AppendTable(members, &map, channelRows);
     if (placement.angle)
-        members.AddFloat(L"rotate_w", *placement.angle * degreesPerRadian);
+        members.AddFloat(L"rotate_w"sv, *placement.angle * degreesPerRadian);
 }
 
 } // namespace

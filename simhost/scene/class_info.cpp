@@ -57,6 +57,11 @@ int BlockDesc::Find(std::wstring_view name) const {
 }
 
 int BlockDesc::IndexOfId(ParamID paramId) const {
+    // Most classes number their parameters in order; of two with one number the first is meant.
+    const bool distinct = byId_.size() == params_.size();
+    if (distinct && paramId >= 0 && paramId < count &&
+        defs_[static_cast<size_t>(paramId)].ID == paramId)
+        return paramId;
     const auto found = byId_.find(paramId);
     return found == byId_.end() ? -1 : found->second;
 }
