@@ -57,7 +57,8 @@ BENCHMARK(MaterialNames)
     ->Unit(benchmark::kMillisecond);
 
 /// Bitmap maps of distinct files, all of them in one folder of the test's own, which is where
-/// the job folder lies as well.
+/// the job folder lies as well. A real disk's share is by far the largest and varies by itself:
+/// a TMPDIR in memory shows what the collection adds.
 class TextureFiles : public benchmark::Fixture {
   public:
     void SetUp(benchmark::State& state) override {
