@@ -45,6 +45,11 @@ MeshSource::~MeshSource() {
         made_->MaybeAutoDelete();
 }
 
+void MeshSource::TellOfChange() const {
+    Interval always = FOREVER;
+    object_->NotifyDependents(always, PART_ALL, REFMSG_CHANGE);
+}
+
 Object* BaseObjectOf(Object* object) {
     return WalkStacks(object, [](IDerivedObject&) {});
 }

@@ -23,6 +23,8 @@ class MeshSource {
     [[nodiscard]] Mesh* Get() const { return triangles_ ? &triangles_->GetMesh() : nullptr; }
     /// Whether the node's object itself is that mesh: writing to the mesh changes the object.
     [[nodiscard]] bool IsTheObject() const { return triangles_ && triangles_ == object_; }
+    /// To be called when the object itself was written to.
+    void TellOfChange() const;
     /// Class name of the result before it became a mesh.
     [[nodiscard]] const std::wstring& ClassName() const { return className_; }
 

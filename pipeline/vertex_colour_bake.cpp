@@ -177,7 +177,7 @@ class SceneBake {
             Skip(alike, L"its material shows the vertex colours that it has");
             return;
         }
-        if (inPlace ? !WriteColours(mesh, painted) : !WriteCopy(mesh, painted, alike)) {
+        if (!(inPlace ? WriteInPlace(source, painted) : WriteCopy(mesh, painted, alike))) {
             Skip(alike, L"the host refused the colours");
             return;
         }
@@ -187,6 +187,13 @@ class SceneBake {
             Log(SYSLOG_WARN, name + L": the vertex colours that it had are lost.");
         LogBaked(name, painted);
         Succeeded(alike);
+    }
+
+    /// Nodes may keep a shallow copy of the mesh: they have to hear of the change.
+    static bool WriteInPlace(const MeshSource& source, const PaintedFaces& painted) {
+        const bool written = WriteColours(*source.Get(), painted);
+        source.TellOfChange();
+        return written;
     }
 
     static bool WriteCopy(const Mesh& mesh, const PaintedFaces& painted, const Alike& alike) {

@@ -50,5 +50,20 @@ class ReferenceMaker : public Animatable {
     virtual ReferenceTarget* GetReference(int /*i*/) { return nullptr; }
 };
 
-class ReferenceTarget : public ReferenceMaker {};
+/// What changed of an object, and what is said about it.
+using PartID = ULONG;
+using RefMessage = UINT;
+inline constexpr PartID PART_ALL = 0xffffffffu;
+inline constexpr RefMessage REFMSG_CHANGE = 0x10;
+inline constexpr RefResult REF_SUCCEED = 1;
+
+class ReferenceTarget : public ReferenceMaker {
+  public:
+    /// Tells all that refer to this object of a change that was made to it in place, so that they
+    /// forget what they keep of it. Here a node without modifiers keeps nothing of its object.
+    virtual RefResult NotifyDependents(const Interval& /*changed*/, PartID /*part*/,
+                                       RefMessage /*message*/) {
+        return REF_SUCCEED;
+    }
+};
 using RefTargetHandle = ReferenceTarget*;
