@@ -133,16 +133,7 @@ std::optional<float> ReadNumber(IParamBlock2& block, ParamID id, ParamType2 type
     ParamValue value;
     if (!Read(block, id, ScalarKindOf(element), false, time, index, value))
         return std::nullopt;
-    switch (value.kind) {
-    case ParamKind::Float:
-        return value.floatValue;
-    case ParamKind::Int:
-        return static_cast<float>(value.intValue);
-    case ParamKind::Bool:
-        return value.boolValue ? 1.0f : 0.0f;
-    default:
-        return std::nullopt;
-    }
+    return value.Number();
 }
 
 ReferenceTarget* ReadReference(IParamBlock2& block, ParamID id, ParamType2 type, TimeValue time) {

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace brimwave {
@@ -35,6 +36,20 @@ struct ParamValue {
     VectorValue vector;
 
     explicit operator bool() const { return kind != ParamKind::None; }
+
+    /// The value of a number or a flag (1 or 0); empty for any other kind.
+    [[nodiscard]] std::optional<float> Number() const {
+        switch (kind) {
+        case ParamKind::Float:
+            return floatValue;
+        case ParamKind::Int:
+            return static_cast<float>(intValue);
+        case ParamKind::Bool:
+            return boolValue ? 1.0f : 0.0f;
+        default:
+            return std::nullopt;
+        }
+    }
 };
 
 } // namespace brimwave

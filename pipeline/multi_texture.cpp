@@ -51,17 +51,7 @@ struct Reader {
 
     /// A number of any kind; absent when there is no such parameter.
     std::optional<float> Number(const wchar_t* name) {
-        const ParamValue value = params.FindParamValue(&map, name);
-        switch (value.kind) {
-        case ParamKind::Float:
-            return value.floatValue;
-        case ParamKind::Int:
-            return static_cast<float>(value.intValue);
-        case ParamKind::Bool:
-            return value.boolValue ? 1.0f : 0.0f;
-        default:
-            return std::nullopt;
-        }
+        return params.FindParamValue(&map, name).Number();
     }
 
     /// A whole number, kept whole: a seed uses all of its bits.
