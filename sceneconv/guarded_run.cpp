@@ -14,7 +14,7 @@ namespace sceneconv {
 
 namespace {
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef BRIMWAVE_SANITIZED
 constexpr bool kCanLimitMemory = false; // the sanitizer maps terabytes
 #else
 constexpr bool kCanLimitMemory = true;

@@ -41,7 +41,7 @@ class TextureFiles {
 /// The `maps` of the scene file. The same picture with the same placement is one map.
 class Maps {
   public:
-    Maps(const SourceScene& scene, TextureFiles& files) : scene_(scene), files_(files) {}
+    explicit Maps(TextureFiles& files) : files_(files) {}
 
     /// Id of the map for an FBX texture; null when it holds no file.
     [[nodiscard]] Json FromFbx(const FbxObject& texture);
@@ -56,7 +56,6 @@ class Maps {
   private:
     [[nodiscard]] std::string Add(const std::string& wantedId, Json entry);
 
-    const SourceScene& scene_;
     TextureFiles& files_;
     Json maps_ = Json::object();
     Ids ids_;

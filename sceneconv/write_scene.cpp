@@ -45,7 +45,7 @@ void WriteFile(const std::filesystem::path& path, const Json& scene) {
 
 Json SceneJson(const SourceScene& scene, const std::filesystem::path& output, Warnings& warnings) {
     TextureFiles files(scene, output, warnings);
-    Maps maps(scene, files);
+    Maps maps(files);
     Materials materials(scene, maps, warnings);
     Objects objects;
     Json nodes = Nodes(scene, objects, materials, warnings).Write();

@@ -99,7 +99,7 @@ TEST(MapSearch, NamesAreTextWhateverTheyHold) {
 
 TEST(MapSearch, GivesNothingForErrorsAndOtherValues) {
     json scene = EmptyScene();
-    scene["nodes"] = {Box("A", Coated(BitmapNamed("Map", "map.png")))};
+    scene["nodes"] = json::array({Box("A", Coated(BitmapNamed("Map", "map.png")))});
     OpenScene(scene);
     Namesake wanted(L"Map");
     for (const wchar_t* body : {L"\"ERROR:NOOUTPUT\"", L"mp.nothing", L"1", L"1.5", L"undefined",

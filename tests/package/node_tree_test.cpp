@@ -237,7 +237,7 @@ TEST(SlotSwitches, Spellings) {
                 slot["index"] = 1;
             material["slot_list"] =
                 table ? json({{{"name", "First"}, {"param", row.map}, {"index", 0}}, slot})
-                      : json({slot});
+                      : json::array({slot});
             json scene = SceneOf(material);
             scene["maps"] = {{"wood", Map("Wood")}};
             const json node = WritePackage(scene).Node();

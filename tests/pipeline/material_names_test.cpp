@@ -139,9 +139,9 @@ TEST(DeduplicateMaterialNames, CountsAMaterialOnceAndSkipsWhatIsUnnamedOrNotOnGe
 TEST(DeduplicateMaterialNames, WalksParentsBeforeChildrenInOrder) {
     json scene = Boxes({"M#1", "M#1", "M#1", "M#1"});
     json nodes = scene["nodes"];
-    nodes[1]["children"] = {nodes[2]};
+    nodes[1]["children"] = json::array({nodes[2]});
     nodes[0]["children"] = {nodes[1], nodes[3]};
-    scene["nodes"] = {nodes[0]};
+    scene["nodes"] = json::array({nodes[0]});
     OpenScene(scene);
     const auto entries = DeduplicateMaterialNames();
     EXPECT_THAT(NodeMaterialNames(), ElementsAre(L"M_1_01", L"M_1_02", L"M_1_03", L"M_1_04"));
@@ -203,8 +203,9 @@ TEST(MaterialNames, VeryDeepNestingIsWalked) {
         scene["materials"]["m" + std::to_string(i)] = {
             {"class", "Multi/Sub-Object"},
             {"name", "deep#"},
-            {"sub_materials", {i + 1 < depth ? json("m" + std::to_string(i + 1)) : json()}}};
-    scene["nodes"] = {BoxNode("box", "m0")};
+            {"sub_materials",
+             json::array({i + 1 < depth ? json("m" + std::to_string(i + 1)) : json()})}};
+    scene["nodes"] = json::array({BoxNode("box", "m0")});
     OpenScene(scene);
     const auto entries = DeduplicateMaterialNames();
     EXPECT_EQ(entries.size(), static_cast<std::size_t>(depth));

@@ -94,7 +94,7 @@ TEST(SplineCopies, AnotherSceneOfTheSameSizeIsAnotherScene) {
     json scene = EmptyScene();
     for (int i = 0; i < 50; ++i) {
         const std::string name = "Spline " + std::to_string(i);
-        scene["nodes"] = {SplineNode(name)};
+        scene["nodes"] = json::array({SplineNode(name)});
         OpenScene(EmptyScene());
         OpenScene(scene); // often at the address of the one before last
         EXPECT_EQ(RunSplineCopies(), 1);
@@ -155,7 +155,7 @@ TEST(GeometryBake, LeavesEditablePolysWithoutGroupsAndTransforms) {
     json bad = BoxNode("Bad", nullptr);
     bad["object"]["throws"] = true;
     json badHead = {{"name", "Bad head"}, {"group_head", true}, {"throws", true}};
-    badHead["children"] = {BoxNode("In bad", nullptr)};
+    badHead["children"] = json::array({BoxNode("In bad", nullptr)});
     badHead["children"][0]["group_member"] = true;
     scene["nodes"] = {badHead, NestedGroups(60), bad, mirrored, SplineNode("Curve")};
     scene["selection"] = {"Mirrored"};
@@ -274,7 +274,7 @@ TEST_F(VRayConversion, RunsOnlyWhenAskedAndNeeded) {
         EXPECT_TRUE(ConvertVRayMaterials().attempted) << value;
     }
     json scene = EmptyScene();
-    scene["nodes"] = {BoxNode("A", nullptr)};
+    scene["nodes"] = json::array({BoxNode("A", nullptr)});
     OpenScene(scene);
     const auto none = ConvertVRayMaterials();
     EXPECT_FALSE(none.attempted);

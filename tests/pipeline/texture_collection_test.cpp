@@ -28,7 +28,7 @@ class TextureCollection : public ::testing::Test {
         scene_ = EmptyScene();
         scene_["file_name"] = WideToUtf8(work_.Path(L"scene\\room.max"));
         scene_["materials"]["m"] = Holder(json::array());
-        scene_["nodes"] = {BoxNode("box", "m")};
+        scene_["nodes"] = json::array({BoxNode("box", "m")});
     }
 
     /// A material of no particular class with these maps in its slots.

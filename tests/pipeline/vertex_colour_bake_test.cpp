@@ -55,7 +55,7 @@ class VertexColourBake : public ::testing::Test {
         EXPECT_THAT(FaceChoices(Node(name)), ::testing::Not(IsEmpty()));
     }
 
-    static constexpr int kById = 0, kByObject = 1, kByElement = 2, kByFace = 3;
+    static constexpr int kById = 0, kByObject = 1, kByElement = 2;
     json scene;
 };
 

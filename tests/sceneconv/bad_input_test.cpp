@@ -89,7 +89,7 @@ TEST(GuardedRun, TellsResultsAndCrashesApart) {
         "the file is damaged\n");
     EXPECT_EQ(result, 1);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "the file is damaged\n");
-#ifndef __SANITIZE_ADDRESS__ // with it no limit can be set
+#ifndef BRIMWAVE_SANITIZED // with it no limit can be set
     const auto greedy = [] {
         try {
             const std::vector<char> much(std::size_t{1} << 31);
