@@ -108,8 +108,13 @@ BalanceCheck::~BalanceCheck() {
     WaitForSingleObject(thread_.get(), INFINITE);
     MSG message{};
     while (shared_->posted &&
-           PeekMessageW(&message, shared_->panel, kBalanceChecked, kBalanceChecked, PM_REMOVE))
+           PeekMessageW(&message, shared_->panel, kBalanceChecked, kBalanceChecked, PM_REMOVE)) {
+        if (message.message == WM_QUIT) { // comes through every filter, and is the host's
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
         static_cast<void>(Take(message.lParam));
+    }
 }
 
 std::unique_ptr<BalanceResult> BalanceCheck::Take(LPARAM record) {
