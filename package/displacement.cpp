@@ -1,5 +1,6 @@
 #include "package/displacement.h"
 
+#include "host/modifier_stack.h"
 #include "host/sdk_compat.h"
 #include "host/text.h"
 
@@ -74,19 +75,15 @@ bool IsDisplacementModifier(const std::wstring& className) {
 }
 
 std::wstring ProbeDisplacementJson(PackageContext& package, INode& node) {
-    Object* object = node.GetObjectRef();
-    while (object && object->SuperClassID() == GEN_DERIVOB_CLASS_ID) {
-        auto* const derived = static_cast<IDerivedObject*>(object);
-        const int count = derived->NumModifiers();
-        for (int i = 0; i < count; ++i) {
-            Modifier* const modifier = derived->GetModifier(i);
-            const auto kind = modifier ? KindOf(ClassNameOf(*modifier)) : DisplacementKind::None;
-            if (kind != DisplacementKind::None)
-                return ModifierJson(package, *modifier, kind);
-        }
-        object = derived->GetObjRef();
-    }
-    return L"null";
+    std::wstring text = L"null";
+    AnyModifier(node.GetObjectRef(), [&](Modifier& modifier) {
+        const DisplacementKind kind = KindOf(ClassNameOf(modifier));
+        if (kind == DisplacementKind::None)
+            return false;
+        text = ModifierJson(package, modifier, kind);
+        return true;
+    });
+    return text;
 }
 
 } // namespace brimwave

@@ -1,11 +1,10 @@
 #include "package/object_entry.h"
 
+#include "host/converted_mesh.h"
 #include "host/sdk_compat.h"
 #include "package/displacement.h"
 #include "package/material_json.h"
 #include "package/object_list.h"
-
-#include <triobj.h>
 
 #include <algorithm>
 
@@ -13,31 +12,6 @@ namespace brimwave {
 namespace {
 
 using namespace std::literals;
-
-/// The world-state object as a triangle mesh; frees it when the conversion made a new one.
-class ConvertedMesh {
-  public:
-    ConvertedMesh(INode& node, TimeValue time) : source_(node.EvalWorldState(time, TRUE).obj) {
-        if (source_ && source_->CanConvertToType(triObjectClassID))
-            converted_ = source_->ConvertToType(time, triObjectClassID);
-    }
-    ~ConvertedMesh() {
-        if (converted_ && converted_ != source_)
-            converted_->MaybeAutoDelete();
-    }
-    ConvertedMesh(const ConvertedMesh&) = delete;
-    ConvertedMesh& operator=(const ConvertedMesh&) = delete;
-
-    /// Null when the object is none and cannot become one.
-    [[nodiscard]] const Mesh* Get() const {
-        auto* const triangles = dynamic_cast<TriObject*>(converted_);
-        return triangles ? &triangles->GetMesh() : nullptr;
-    }
-
-  private:
-    Object* source_;
-    Object* converted_ = nullptr;
-};
 
 void AppendObjectClass(std::wstring& out, INode& node, TimeValue time) {
     if (Object* const object = node.EvalWorldState(time, TRUE).obj)
@@ -90,7 +64,8 @@ void ObjectEntryWriter::CollectIds(const Mesh& mesh) {
 
 void ObjectEntryWriter::AppendMaterialIds(INode& node) {
     ids_.clear();
-    const ConvertedMesh mesh(node, package_.Time());
+    const TimeValue now = package_.Time();
+    const ConvertedMesh mesh(node.EvalWorldState(now, TRUE).obj, now);
     if (mesh.Get())
         CollectIds(*mesh.Get());
     materialIds_ += L'[';

@@ -1,23 +1,14 @@
 #include "pipeline/mesh_source.h"
 
+#include "host/modifier_stack.h"
 #include "host/sdk_compat.h"
 
 namespace brimwave {
 namespace {
 
-/// Calls `visit` with every stack from the top down; gives what they stand on.
-template <class Visit>
-Object* WalkStacks(Object* object, Visit visit) {
-    while (object && IsStack(*object)) {
-        auto* const stack = static_cast<IDerivedObject*>(object);
-        visit(*stack);
-        object = stack->GetObjRef();
-    }
-    return object;
-}
-
 /// The node's result in its own space; null when only the result in the world is to be had.
-Object* EvaluatedObject(INode& node, Object* object, TimeValue time) {
+Object* EvaluatedObject(INode& node, TimeValue time) {
+    Object* const object = node.GetObjectRef();
     if (!object || !IsStack(*object))
         return object;
     return node.GetWSMDerivedObject() ? nullptr : node.EvalWorldState(time).obj;
@@ -25,24 +16,13 @@ Object* EvaluatedObject(INode& node, Object* object, TimeValue time) {
 
 } // namespace
 
-bool IsStack(Object& object) {
-    return object.SuperClassID() == GEN_DERIVOB_CLASS_ID;
-}
+MeshSource::MeshSource(INode& node, TimeValue time)
+    : MeshSource(node.GetObjectRef(), EvaluatedObject(node, time), time) {}
 
-MeshSource::MeshSource(INode& node, TimeValue time) : object_(node.GetObjectRef()) {
-    Object* const evaluated = EvaluatedObject(node, object_, time);
-    if (!evaluated || !evaluated->CanConvertToType(triObjectClassID))
-        return;
-    className_ = ClassNameOf(*evaluated);
-    Object* const converted = evaluated->ConvertToType(time, triObjectClassID);
-    if (converted != evaluated)
-        made_ = converted;
-    triangles_ = dynamic_cast<TriObject*>(converted);
-}
-
-MeshSource::~MeshSource() {
-    if (made_)
-        made_->MaybeAutoDelete();
+MeshSource::MeshSource(Object* object, Object* evaluated, TimeValue time)
+    : object_(object), mesh_(evaluated, time) {
+    if (Get())
+        className_ = ClassNameOf(*evaluated); // which may be gone when it is asked for
 }
 
 void MeshSource::TellOfChange() const {
@@ -50,17 +30,11 @@ void MeshSource::TellOfChange() const {
     object_->NotifyDependents(always, PART_ALL, REFMSG_CHANGE);
 }
 
-Object* BaseObjectOf(Object* object) {
-    return WalkStacks(object, [](IDerivedObject&) {});
-}
-
 std::vector<std::wstring> ModifierNamesOf(Object* object) {
     std::vector<std::wstring> names;
-    WalkStacks(object, [&](IDerivedObject& stack) {
-        const int count = stack.NumModifiers();
-        for (int i = 0; i < count; ++i)
-            if (Modifier* const modifier = stack.GetModifier(i))
-                names.push_back(ClassNameOf(*modifier));
+    AnyModifier(object, [&](Modifier& modifier) {
+        names.push_back(ClassNameOf(modifier));
+        return false;
     });
     return names;
 }

@@ -1,8 +1,6 @@
 #pragma once
 // An object's result as a triangle mesh, and meshes that take an object's place.
-#include <max.h>
-
-#include <triobj.h>
+#include "host/converted_mesh.h"
 
 #include <memory>
 #include <string>
@@ -15,30 +13,24 @@ class MeshSource {
   public:
     /// What the host throws passes through.
     MeshSource(INode& node, TimeValue time);
-    ~MeshSource();
-    MeshSource(const MeshSource&) = delete;
-    MeshSource& operator=(const MeshSource&) = delete;
 
     /// Null when there is none to be had.
-    [[nodiscard]] Mesh* Get() const { return triangles_ ? &triangles_->GetMesh() : nullptr; }
+    [[nodiscard]] Mesh* Get() const { return mesh_.Get(); }
     /// Whether the node's object itself is that mesh: writing to the mesh changes the object.
-    [[nodiscard]] bool IsTheObject() const { return triangles_ && triangles_ == object_; }
+    [[nodiscard]] bool IsTheObject() const { return Get() && mesh_.Triangles() == object_; }
     /// To be called when the object itself was written to.
     void TellOfChange() const;
     /// Class name of the result before it became a mesh.
     [[nodiscard]] const std::wstring& ClassName() const { return className_; }
 
   private:
+    MeshSource(Object* object, Object* evaluated, TimeValue time);
+
     Object* object_;
-    Object* made_ = nullptr;
-    TriObject* triangles_ = nullptr;
+    ConvertedMesh mesh_;
     std::wstring className_;
 };
 
-/// Whether the object is a stack of modifiers on another one.
-[[nodiscard]] bool IsStack(Object& object);
-/// The object that all stacks under `object` stand on; `object` itself without a stack.
-[[nodiscard]] Object* BaseObjectOf(Object* object);
 /// The class names of the modifiers of an object's stacks, from the top down.
 [[nodiscard]] std::vector<std::wstring> ModifierNamesOf(Object* object);
 

@@ -1,5 +1,6 @@
 #include "pipeline/vertex_colour_bake.h"
 
+#include "host/modifier_stack.h"
 #include "host/params.h"
 #include "host/sdk_compat.h"
 #include "package/displacement.h"

@@ -1,0 +1,19 @@
+#include "host/converted_mesh.h"
+
+namespace brimwave {
+
+ConvertedMesh::ConvertedMesh(Object* source, TimeValue time) {
+    if (!source || !source->CanConvertToType(triObjectClassID))
+        return;
+    Object* const converted = source->ConvertToType(time, triObjectClassID);
+    if (converted != source)
+        made_ = converted;
+    triangles_ = dynamic_cast<TriObject*>(converted);
+}
+
+ConvertedMesh::~ConvertedMesh() {
+    if (made_)
+        made_->MaybeAutoDelete();
+}
+
+} // namespace brimwave
