@@ -56,8 +56,7 @@ class ChildCollector {
         const int count = object_.NumSubTexmaps();
         for (int i = 0; i < count; ++i) {
             Texmap* const map = object_.GetSubTexmap(i);
-            const ParamValue on = package_.params.GetTabParamValue(&object_, L"submap_on", i);
-            if (!map || (on.kind == ParamKind::Bool && !on.boolValue))
+            if (!map || !package_.params.IsEntryOn(&object_, L"submap_on", i))
                 continue;
             if (!first)
                 text_ += L",\n"sv;

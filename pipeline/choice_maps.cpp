@@ -114,7 +114,7 @@ bool ChoiceMaps::ShowsVertexColours(Mtl& material) {
 }
 
 const FaceChoice* ChoiceMaps::For(Mtl& material, MtlID id) {
-    auto& ofId = materials_[&material].ofId;
+    ChoiceOfIds& ofId = materials_[&material];
     auto at = ofId.find(kEveryId);
     if (at == ofId.end())
         at = ofId.find(id);

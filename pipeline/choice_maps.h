@@ -39,9 +39,6 @@ class ChoiceMaps {
         bool any = false;
         bool showsVertexColours = false;
     };
-    struct OfMaterial {
-        std::unordered_map<int, std::optional<FaceChoice>> ofId; ///< -1: of every id
-    };
     class Search;
 
     [[nodiscard]] const Whole& WholeOf(Mtl& material);
@@ -52,7 +49,8 @@ class ChoiceMaps {
 
     ParamReader& params_;
     std::unordered_map<const Mtl*, Whole> wholes_;
-    std::unordered_map<const Mtl*, OfMaterial> materials_;
+    using ChoiceOfIds = std::unordered_map<int, std::optional<FaceChoice>>; ///< -1: of every id
+    std::unordered_map<const Mtl*, ChoiceOfIds> materials_;
     std::unordered_map<const Texmap*, std::optional<ChoiceMap>> read_;
     std::unordered_set<std::wstring> noted_;
     std::vector<std::wstring> notes_;

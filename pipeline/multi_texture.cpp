@@ -62,12 +62,6 @@ struct Reader {
         return std::nullopt;
     }
 
-    /// Entries whose switch is no flag count as on, as in the package.
-    bool EntryOn(const ClassParams& names, int i) {
-        const ParamValue on = params.GetTabParamValue(&map, names.on, i);
-        return on.kind != ParamKind::Bool || on.boolValue;
-    }
-
     ChoiceScope MultiTextureScope() {
         const std::int32_t by = Integer(L"rnd_by").value_or(0);
         const bool known = by >= 0 && by < static_cast<int>(std::size(multiTextureScopes));
@@ -104,7 +98,7 @@ struct Reader {
                 entries = std::min(entries, *items);
         std::vector<std::uint32_t> weights;
         for (int i = 0; i < entries; ++i) {
-            if (!map.GetSubTexmap(i) || !EntryOn(names, i))
+            if (!map.GetSubTexmap(i) || !params.IsEntryOn(&map, names.on, i))
                 continue;
             if (++read.choices > kMostChoices) {
                 ++read.leftOut;
@@ -143,19 +137,6 @@ ChoiceMap ReadChoiceMap(ParamReader& params, Texmap& map) {
     if (!weights.empty())
         read.rule.choice = WeightedChoice(weights);
     return read;
-}
-
-std::wstring ScopeText(const ChoiceScope& scope) {
-    std::wstring text;
-    const auto add = [&](bool on, const wchar_t* word) {
-        if (on)
-            text += (text.empty() ? L"" : L" and ") + std::wstring(word);
-    };
-    add(scope.object, L"object");
-    add(scope.materialId, L"material id");
-    add(scope.element, L"element");
-    add(scope.face, L"face");
-    return text.empty() ? L"scene" : text;
 }
 
 } // namespace brimwave

@@ -49,7 +49,4 @@ inline constexpr int kMostChoices = 255;
 /// Reads one. What the host throws passes through.
 [[nodiscard]] ChoiceMap ReadChoiceMap(ParamReader& params, Texmap& map);
 
-/// "element", "object and material id", ...; "scene" for the empty scope.
-[[nodiscard]] std::wstring ScopeText(const ChoiceScope& scope);
-
 } // namespace brimwave
