@@ -54,14 +54,11 @@ class NodeSetValue final : public Object {
 
   private:
     // Only the tree counts as a change of the scene; names and selection are asked at the start
-    // of every loop. A scene is known by its root's handle: the next one may stand at the same
-    // address and have the same revision.
+    // of every loop. No two scenes share a revision, so it tells another scene as well.
     const std::vector<SceneNode*>& Nodes(bool ask) {
-        Scene& scene = Scene::Current();
-        const AnimHandle root = Animatable::GetHandleByAnim(&scene.Root());
-        if (ask || root != root_ || scene.Revision() != revision_) {
+        const Scene& scene = Scene::Current();
+        if (ask || scene.Revision() != revision_) {
             nodes_ = list_();
-            root_ = root;
             revision_ = scene.Revision();
         }
         return nodes_;
@@ -71,8 +68,7 @@ class NodeSetValue final : public Object {
     std::function<std::vector<SceneNode*>()> list_;
     bool ofTree_;
     std::vector<SceneNode*> nodes_;
-    AnimHandle root_ = 0;
-    unsigned long revision_ = 0;
+    unsigned long revision_ = 0; // that of no scene
 };
 
 class MaterialLibrary final : public Object {
