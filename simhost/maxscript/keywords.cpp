@@ -63,4 +63,19 @@ Key FindKeyword(std::wstring_view word) {
     return found == keywords.end() ? Key::None : found->second;
 }
 
+bool IsSoftKeyword(Key key) {
+    switch (key) {
+    case Key::Set:
+    case Key::Tool:
+    case Key::Parameters:
+    case Key::Attributes:
+    case Key::Utility:
+    case Key::Plugin:
+    case Key::RcMenu:
+        return true;
+    default:
+        return false;
+    }
+}
+
 } // namespace simhost::maxscript

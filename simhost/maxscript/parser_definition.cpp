@@ -7,20 +7,7 @@ namespace simhost::maxscript {
 namespace {
 
 bool IsHardKeyword(const Token& token) {
-    switch (token.key) {
-    case Key::None:
-    case Key::Set:
-    case Key::Tool:
-    case Key::Parameters:
-    case Key::Attributes:
-    case Key::Utility:
-    case Key::Plugin:
-    case Key::RcMenu:
-    case Key::About:
-        return false;
-    default:
-        return true;
-    }
+    return token.key != Key::None && token.key != Key::About && !IsSoftKeyword(token.key);
 }
 
 } // namespace

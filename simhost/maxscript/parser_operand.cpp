@@ -156,18 +156,11 @@ bool Parser::StartsOperand(size_t ahead) const {
     case Key::Off:
     case Key::About:
         return true;
-    case Key::Set:
-    case Key::Tool:
-    case Key::Parameters:
-    case Key::Attributes:
-    case Key::Utility:
-    case Key::Plugin:
-    case Key::RcMenu:
     case Key::Rollout:
     case Key::MacroScript:
         return !IsDefinitionStart(ahead);
     default:
-        return false;
+        return IsSoftKeyword(token.key) && !IsDefinitionStart(ahead);
     }
 }
 
@@ -256,18 +249,12 @@ ExprPtr Parser::ParseWordOperand() {
     case Key::None:
     case Key::Throw:
     case Key::About:
-    case Key::Set:
-    case Key::Tool:
-    case Key::Parameters:
-    case Key::Attributes:
-    case Key::Utility:
-    case Key::Plugin:
-    case Key::RcMenu:
     case Key::Rollout:
     case Key::MacroScript:
         break;
     default:
-        Fail(L"<factor>");
+        if (!IsSoftKeyword(token.key))
+            Fail(L"<factor>");
     }
     auto variable = New<VariableExpr>(where);
     variable->name = list_.WordValue(Take());

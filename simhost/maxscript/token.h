@@ -118,5 +118,7 @@ struct Token {
 
 /// The reserved word of that spelling (any case), else Key::None.
 [[nodiscard]] Key FindKeyword(std::wstring_view word);
+/// Whether scripts also use the word as a name: it is reserved only where what it begins follows.
+[[nodiscard]] bool IsSoftKeyword(Key key);
 
 } // namespace simhost::maxscript
