@@ -1,14 +1,10 @@
 // The panel closed in each of its states: nothing crashes, and nothing is left behind.
 #include "simhost/app/stage_recorder.h"
-#include "simhost/files/scene_file.h"
-#include "tests/plugin/panel_host.h"
+#include "tests/plugin/live_panel_test.h"
 #include "tests/plugin/process_resources.h"
-#include "tests/service/live/live_service.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <optional>
 
 namespace brimwave::testing {
 namespace {
@@ -16,28 +12,21 @@ namespace {
 constexpr int kFirstCycles = 3; // until the system has what it keeps
 constexpr int kCycles = 10;
 
-class ClosingTest : public LiveTest {
+class ClosingTest : public LivePanelTest {
   protected:
-    void SetUp() override {
-        LiveTest::SetUp();
-        if (IsSkipped())
-            return;
-        SetEnvironmentVariableW(L"BRIMWAVE_SERVICE_URL", service_.https.c_str());
-        ASSERT_TRUE(simhost::LoadSceneText(R"({
+    [[nodiscard]] std::string_view Scene() const override {
+        return R"({
           "format": "simhost-scene", "version": 1,
           "objects": { "box": { "class": "Box" } },
-          "nodes": [ { "name": "Table", "object": "box" } ] })"));
+          "nodes": [ { "name": "Table", "object": "box" } ] })";
+    }
+    void Start() override {
         PutAccount(narrowToken_, 1000, 0);
-        host_.emplace(settings_.Path().wstring());
         host_->OpenPanel();
         host_->Type(IDC_TOKEN, token_);
         host_->Press(IDC_SAVE);
         host_->Type(IDC_FOLDER, exchange_.Path().wstring());
         host_->ClosePanel();
-    }
-    void TearDown() override {
-        host_.reset();
-        LiveTest::TearDown();
     }
 
     /// What kCycles runs of `act` leave behind.
@@ -82,10 +71,6 @@ class ClosingTest : public LiveTest {
         EXPECT_EQ(left.windows, 0) << state;
         EXPECT_LE(left.threads, 0) << state;
     }
-
-    ScratchFolder settings_;
-    ScratchFolder exchange_;
-    std::optional<PanelHost> host_;
 };
 
 TEST_F(ClosingTest, LeavesNothingBehindWhenIdle) {

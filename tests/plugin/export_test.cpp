@@ -1,11 +1,9 @@
 // Export & Send from the window, against the local service: the whole run and every way in which
 // it may end.
 #include "simhost/app/stage_recorder.h"
-#include "simhost/files/scene_file.h"
 #include "simhost/scene/host.h"
 #include "simhost/scene/scene.h"
-#include "tests/plugin/panel_host.h"
-#include "tests/service/live/live_service.h"
+#include "tests/plugin/live_panel_test.h"
 
 #include <commctrl.h>
 
@@ -38,25 +36,18 @@ constexpr std::string_view kScene = R"({
   ]
 })";
 
-class ExportTest : public LiveTest {
+class ExportTest : public LivePanelTest {
   protected:
-    void SetUp() override {
-        LiveTest::SetUp();
-        if (IsSkipped())
-            return;
-        SetEnvironmentVariableW(L"BRIMWAVE_SERVICE_URL", service_.https.c_str());
-        const simhost::LoadResult loaded = simhost::LoadSceneText(kScene);
-        ASSERT_TRUE(loaded) << loaded.error;
+    [[nodiscard]] std::string_view Scene() const override { return kScene; }
+    void Start() override {
         before_ = simhost::SnapshotScene();
-        host_.emplace(settings_.Path().wstring());
         Open();
         host_->Type(IDC_TOKEN, token_);
         host_->Type(IDC_FOLDER, exchange_.Path().wstring());
     }
     void TearDown() override {
-        host_.reset();
+        LivePanelTest::TearDown();
         SetEnvironmentVariableW(L"BRIMWAVE_VRAY_CONVERT", nullptr);
-        LiveTest::TearDown();
     }
 
     void Open() {
@@ -120,10 +111,7 @@ class ExportTest : public LiveTest {
     void ExpectScenePutBack() const { EXPECT_EQ(simhost::SnapshotScene(), before_); }
 
     std::string before_;
-    ScratchFolder settings_;
-    ScratchFolder exchange_;
-    simhost::StageRecorder recorder_; // outlives the windows
-    std::optional<PanelHost> host_;
+    simhost::StageRecorder recorder_;
 };
 
 TEST_F(ExportTest, RunsThroughAllStagesToASubmittedJob) {

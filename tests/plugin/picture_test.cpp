@@ -4,11 +4,9 @@
 #include "plugin/banner.h"
 
 #include "simhost/app/stage_recorder.h"
-#include "simhost/files/scene_file.h"
 #include "simhost/scene/text.h"
-#include "tests/plugin/panel_host.h"
+#include "tests/plugin/live_panel_test.h"
 #include "tests/plugin/pixels.h"
-#include "tests/service/live/live_service.h"
 
 #include <commctrl.h>
 
@@ -49,26 +47,19 @@ Pixels TakePicture(PanelHost& host, const std::filesystem::path& file) {
     return picture;
 }
 
-class StatePictures : public LiveTest {
+class StatePictures : public LivePanelTest {
   protected:
-    void SetUp() override {
-        LiveTest::SetUp();
-        if (IsSkipped())
-            return;
-        SetEnvironmentVariableW(L"BRIMWAVE_SERVICE_URL", service_.https.c_str());
-        ASSERT_TRUE(simhost::LoadSceneText(R"({
+    [[nodiscard]] std::string_view Scene() const override {
+        return R"({
           "format": "simhost-scene", "version": 1, "file_name": "C:\\Scenes\\living room.max",
           "materials": { "m": { "class": "Physical Material", "name": "Oak" } },
           "objects": { "box": { "class": "Box" } },
-          "nodes": [ { "name": "Table", "object": "box", "material": "m" } ] })"));
+          "nodes": [ { "name": "Table", "object": "box", "material": "m" } ] })";
+    }
+    void Start() override {
         recorder_.OnStage([this](const simhost::Stage& stage) { OnStage(stage); });
-        host_.emplace(settings_.Path().wstring());
         host_->OpenPanel();
         host_->OnUiThread([this] { recorder_.Attach(host_->Panel()); });
-    }
-    void TearDown() override {
-        host_.reset();
-        LiveTest::TearDown();
     }
 
     /// Holds a run while its picture is taken, with the spinner turning.
@@ -87,11 +78,8 @@ class StatePictures : public LiveTest {
                            PictureFolder(settings_) / (L"panel-" + scale + L"-" + state + L".png"));
     }
 
-    ScratchFolder settings_;
-    ScratchFolder exchange_;
     std::atomic<bool> running_ = false;
     simhost::StageRecorder recorder_;
-    std::optional<PanelHost> host_;
 };
 
 // Runs in a process that was started at the scale of BRIMWAVE_TEST_DPI.

@@ -1,11 +1,9 @@
 // Refresh from the window, against the local service.
-#include "tests/plugin/panel_host.h"
-#include "tests/service/live/live_service.h"
+#include "tests/plugin/live_panel_test.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <optional>
 #include <set>
 
 namespace brimwave::testing {
@@ -14,22 +12,12 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class RefreshTest : public LiveTest {
+class RefreshTest : public LivePanelTest {
   protected:
-    void SetUp() override {
-        LiveTest::SetUp();
-        if (IsSkipped())
-            return;
-        SetEnvironmentVariableW(L"BRIMWAVE_SERVICE_URL", service_.https.c_str());
-        host_.emplace(settings_.Path().wstring());
+    void Start() override {
         host_->OpenPanel();
         host_->Type(IDC_TOKEN, L" " + token_ + L" ");
     }
-    void TearDown() override {
-        host_.reset();
-        LiveTest::TearDown();
-    }
-
     [[nodiscard]] bool RefreshOn() const { return IsWindowEnabled(host_->Control(IDC_REFRESH)); }
     void RefreshAndWait() {
         host_->Press(IDC_REFRESH);
@@ -40,9 +28,6 @@ class RefreshTest : public LiveTest {
     void WaitForRequest() {
         host_->User().WaitUntil([this] { return !Received().empty(); });
     }
-
-    ScratchFolder settings_;
-    std::optional<PanelHost> host_;
 };
 
 TEST_F(RefreshTest, ShowsTheBalance) {
