@@ -122,7 +122,7 @@ class FbxOverlay {
         }
         std::vector<int> idOf;
         for (const MaterialSource& piece : split) {
-            idOf.push_back(MaterialId(node, piece.library));
+            idOf.push_back(MaterialId(node, piece.importedIndex));
         }
         for (MeshPiece& piece : node.pieces) {
             piece.materialId = idOf[static_cast<std::size_t>(piece.materialId)];
@@ -133,11 +133,11 @@ class FbxOverlay {
         if (libraryIndex < 0) {
             return 0; // faces without a material
         }
-        const aiMaterial& wanted = *scene_.library->mMaterials[libraryIndex];
+        const aiMaterial& wanted = *scene_.imported->mMaterials[libraryIndex];
         std::optional<std::size_t> found;
         for (std::size_t i = 0; i < node.materials.size(); ++i) {
             const MaterialSource& material = node.materials[i];
-            if (material.library >= 0 || material.fbx->name != wanted.GetName().C_Str()) {
+            if (material.importedIndex >= 0 || material.fbx->name != wanted.GetName().C_Str()) {
                 continue;
             }
             if (!found || Resembles(wanted, *material.fbx)) {
@@ -145,7 +145,7 @@ class FbxOverlay {
             }
         }
         if (found) {
-            node.materials[*found].library = libraryIndex;
+            node.materials[*found].importedIndex = libraryIndex;
         }
         return static_cast<int>(found.value_or(0));
     }

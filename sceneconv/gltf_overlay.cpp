@@ -228,8 +228,8 @@ void OverlayGltf(SourceScene& scene, std::string_view bytes, Warnings& warnings)
     const std::size_t count = materials.is_array() ? materials.size() : 0;
     for (SourceNode& node : scene.nodes) {
         for (MaterialSource& material : node.materials) {
-            if (material.library >= static_cast<int>(count)) {
-                material.library = -1;
+            if (material.importedIndex >= static_cast<int>(count)) {
+                material.importedIndex = -1;
             }
         }
     }

@@ -11,7 +11,7 @@ namespace {
 /// A mesh without a material gets one of the library's own. (Of FBX files the overlay knows
 /// better.)
 MaterialSource LibraryMaterial(const SourceScene& scene, unsigned index) {
-    const aiScene& library = *scene.library;
+    const aiScene& library = *scene.imported;
     const bool none =
         index >= library.mNumMaterials ||
         (!scene.fbx && library.mMaterials[index]->GetName() == aiString(AI_DEFAULT_MATERIAL_NAME));
@@ -19,7 +19,7 @@ MaterialSource LibraryMaterial(const SourceScene& scene, unsigned index) {
 }
 
 void AddMaterialPieces(SourceNode& node, const aiNode& from, const SourceScene& scene) {
-    const aiScene& library = *scene.library;
+    const aiScene& library = *scene.imported;
     for (unsigned i = 0; i < from.mNumMeshes; ++i) {
         if (from.mMeshes[i] >= library.mNumMeshes) {
             continue;
@@ -36,7 +36,7 @@ void AddMaterialPieces(SourceNode& node, const aiNode& from, const SourceScene& 
 
 // Depth first without recursion: the depth of a hostile file is not bounded.
 void AddNodes(SourceScene& scene) {
-    std::vector<std::pair<const aiNode*, int>> open{{scene.library->mRootNode, -1}};
+    std::vector<std::pair<const aiNode*, int>> open{{scene.imported->mRootNode, -1}};
     while (!open.empty()) {
         const auto [from, parent] = open.back();
         open.pop_back();
@@ -117,14 +117,14 @@ void BuildFromLibrary(SourceScene& scene, Warnings& warnings) {
         }
         return found->second;
     };
-    for (unsigned i = 0; i < scene.library->mNumCameras; ++i) {
-        const aiCamera& camera = *scene.library->mCameras[i];
+    for (unsigned i = 0; i < scene.imported->mNumCameras; ++i) {
+        const aiCamera& camera = *scene.imported->mCameras[i];
         if (SourceNode* node = holder(camera.mName)) {
             node->camera = FromLibrary(camera);
         }
     }
-    for (unsigned i = 0; i < scene.library->mNumLights; ++i) {
-        const aiLight& light = *scene.library->mLights[i];
+    for (unsigned i = 0; i < scene.imported->mNumLights; ++i) {
+        const aiLight& light = *scene.imported->mLights[i];
         if (SourceNode* node = holder(light.mName)) {
             node->light = FromLibrary(light);
         }

@@ -42,13 +42,13 @@ Json Materials::One(const MaterialSource& source) {
         return nullptr;
     }
     // An FBX material is the same one whether or not a mesh piece showed the library's view.
-    const MaterialSource key{source.fbx, source.fbx ? -1 : source.library};
+    const MaterialSource key{source.fbx, source.fbx ? -1 : source.importedIndex};
     const auto known = known_.find(key);
     return known != known_.end() ? known->second : Convert(source);
 }
 
 Json Materials::Convert(const MaterialSource& source) {
-    const MaterialSource key{source.fbx, source.fbx ? -1 : source.library};
+    const MaterialSource key{source.fbx, source.fbx ? -1 : source.importedIndex};
     const std::optional<HostClass> hostClass = source.fbx ? HostClassOf(*source.fbx) : std::nullopt;
     if (hostClass) {
         // The reference is known before the entry: materials may refer to each other in rings.
@@ -58,14 +58,14 @@ Json Materials::Convert(const MaterialSource& source) {
         materials_[id.get<std::string>()] = std::move(entry);
         return id;
     }
-    if (source.library < 0) {
+    if (source.importedIndex < 0) {
         warnings_.Add("a material that no face uses is left out: " + source.fbx->name);
         return nullptr;
     }
-    const aiMaterial& from = *scene_.library->mMaterials[source.library];
+    const aiMaterial& from = *scene_.imported->mMaterials[source.importedIndex];
     std::string name = ToUtf8(source.fbx ? source.fbx->name : from.GetName().C_Str());
     if (name.empty()) {
-        name = "Material " + std::to_string(source.library + 1);
+        name = "Material " + std::to_string(source.importedIndex + 1);
     }
     return known_[key] =
                Add(name, scene_.format == Format::Gltf ? GltfMaterial(from, name, maps_)

@@ -66,8 +66,8 @@ void Import(SourceScene& scene) {
     scene.importer->SetPropertyBool(AI_CONFIG_IMPORT_FBX_PRESERVE_PIVOTS, false);
     scene.importer->SetPropertyBool(AI_CONFIG_IMPORT_FBX_READ_ANIMATIONS, false);
     scene.importer->SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
-    scene.library = scene.importer->ReadFile(scene.file.string(), aiProcess_Triangulate);
-    if (!scene.library || !scene.library->mRootNode) {
+    scene.imported = scene.importer->ReadFile(scene.file.string(), aiProcess_Triangulate);
+    if (!scene.imported || !scene.imported->mRootNode) {
         const std::string reason = OneLine(scene.importer->GetErrorString());
         throw ConvertError(Shown(scene.file) + ": is not a scene that can be read" +
                            (reason.empty() ? "" : ": " + reason));
@@ -107,7 +107,7 @@ void KeepColladaUnit(SourceScene& scene, std::string_view bytes, Warnings& warni
 
 /// What the format's own rules say, and what the library loses of it.
 void ApplyFormat(SourceScene& scene, std::string_view bytes, Warnings& warnings) {
-    const std::string format = LibraryFormat(*scene.library);
+    const std::string format = LibraryFormat(*scene.imported);
     if (scene.fbx) {
         OverlayFbx(scene, warnings);
     } else if (format == "glTF2 Importer") {

@@ -145,7 +145,7 @@ void Nodes::AddObjects(Json& node, std::size_t index, Json& extra) {
     const std::string name = NameOf(from, scene_);
     const Reference reference = [this](const FbxObject& o) { return materials_.OfFbx(o); };
     if (!from.pieces.empty()) {
-        if (Json mesh = MeshJson(from, *scene_.library, warnings_); !mesh.is_null()) {
+        if (Json mesh = MeshJson(from, *scene_.imported, warnings_); !mesh.is_null()) {
             node["object"] = objects_.AddMesh(name, std::move(mesh));
             node["material"] = materials_.OfNode(from);
         }

@@ -24,9 +24,9 @@ enum class Format { Fbx, Gltf, Other };
 /// A material as the source knows it: an FBX object, a material of the import library, or both.
 struct MaterialSource {
     const FbxObject* fbx = nullptr;
-    int library = -1;
+    int importedIndex = -1; ///< in aiScene::mMaterials
 
-    [[nodiscard]] bool IsNone() const { return !fbx && library < 0; }
+    [[nodiscard]] bool IsNone() const { return !fbx && importedIndex < 0; }
     auto operator<=>(const MaterialSource&) const = default;
 };
 
@@ -95,7 +95,7 @@ struct SourceScene {
     std::vector<SourceNode> nodes; ///< parents before their children; node 0 is the root
 
     std::unique_ptr<Assimp::Importer> importer; ///< owns the library's scene
-    const aiScene* library = nullptr;
+    const aiScene* imported = nullptr;
     std::unique_ptr<FbxDocument> fbx; ///< null for other formats
 };
 

@@ -130,7 +130,7 @@ std::string TextureFiles::PlaceNew(const std::string& stored, const std::string&
     }
     for (const std::string& name : {stored, relative}) {
         const aiTexture* embedded =
-            name.empty() ? nullptr : scene_.library->GetEmbeddedTexture(name.c_str());
+            name.empty() ? nullptr : scene_.imported->GetEmbeddedTexture(name.c_str());
         if (embedded) {
             return WriteEmbedded(*embedded, stored);
         }
