@@ -67,24 +67,29 @@ int Deliver(const Text& text, Char* out, int size) {
     return length;
 }
 
+/// Converts whole blocks as long as one unit is one byte; returns the number of units.
+template <size_t block>
+size_t CopyAsciiBlocks(std::wstring_view text, char* out) {
+    size_t done = 0;
+    for (; done + block <= text.size(); done += block) {
+        std::uint32_t all = 0;
+        for (size_t i = 0; i < block; ++i)
+            all |= static_cast<std::uint32_t>(text[done + i]);
+        if (all >= 0x80)
+            break;
+        for (size_t i = 0; i < block; ++i)
+            out[done + i] = static_cast<char>(text[done + i]);
+    }
+    return done;
+}
+
 /// Converts as long as one unit is one byte, which nearly always is to the end, and no further than
 /// `size`. Returns the number of units.
 size_t CopyAscii(std::wstring_view text, char* out, int size) {
-    const size_t most = std::min(text.size(), static_cast<size_t>(std::max(size, 0)));
-    constexpr size_t step = 16; // the compiler makes a few instructions of so many
-    size_t done = 0;
-    for (; done + step <= most; done += step) {
-        std::uint32_t all = 0;
-        char bytes[step];
-        for (size_t i = 0; i < step; ++i) {
-            all |= static_cast<std::uint32_t>(text[done + i]);
-            bytes[i] = static_cast<char>(text[done + i]);
-        }
-        if (all >= 0x80)
-            break;
-        std::memcpy(out + done, bytes, step);
-    }
-    for (; done < most && static_cast<std::uint32_t>(text[done]) < 0x80; ++done)
+    text = text.substr(0, static_cast<size_t>(std::max(size, 0)));
+    size_t done = CopyAsciiBlocks<64>(text, out); // the compiler makes few instructions of so many
+    done += CopyAsciiBlocks<8>(text.substr(done), out + done);
+    for (; done < text.size() && static_cast<std::uint32_t>(text[done]) < 0x80; ++done)
         out[done] = static_cast<char>(text[done]);
     return done;
 }

@@ -40,9 +40,14 @@ BlockDesc::BlockDesc(Text name, BlockID id, std::vector<ParamSpec> params, Class
         defs_[i].ID = spec.id;
         defs_[i].int_name = spec.name ? spec.name->c_str() : nullptr;
         defs_[i].type = spec.type;
+        storages_.push_back(StorageOf(spec.type));
         if (spec.name)
             byFoldedName_[Fold(*spec.name)].push_back(static_cast<int>(i));
-        byId_.emplace(spec.id, static_cast<int>(i));
+        const size_t place = PlaceOfId(spec.id);
+        if (indexById_.size() <= place)
+            indexById_.resize(place + 1, -1);
+        if (indexById_[place] < 0) // of two with one number the first is meant
+            indexById_[place] = static_cast<int>(i);
     }
 }
 
@@ -54,16 +59,6 @@ int BlockDesc::Find(std::wstring_view name) const {
         if (*params_[static_cast<size_t>(i)].name == name)
             return i;
     return found->second.front();
-}
-
-int BlockDesc::IndexOfId(ParamID paramId) const {
-    // Most classes number their parameters in order; of two with one number the first is meant.
-    const bool distinct = byId_.size() == params_.size();
-    if (distinct && paramId >= 0 && paramId < count &&
-        defs_[static_cast<size_t>(paramId)].ID == paramId)
-        return paramId;
-    const auto found = byId_.find(paramId);
-    return found == byId_.end() ? -1 : found->second;
 }
 
 ParamPlace ClassInfo::Find(std::wstring_view wanted) const {

@@ -11,6 +11,8 @@ Entity::Entity(ClassPtr info, Animatable* self) : class_(std::move(info)), self_
         blocks_.push_back(slot.desc ? std::make_unique<ParamBlock>(slot) : nullptr);
     }
     slots_.resize(class_->slots.size());
+    while (singleSlots_ < slots_.size() && !class_->slots[singleSlots_].wholeTable)
+        ++singleSlots_;
     subObjects_.resize(class_->subObjects.size());
 }
 
@@ -75,7 +77,11 @@ int Entity::NumSlots() const {
 Entity::SlotPlace Entity::PlaceOfSlot(int slot) const {
     if (slot < 0)
         return {};
-    for (size_t i = 0; i < class_->slots.size(); ++i) {
+    const auto first = static_cast<size_t>(slot);
+    if (first < singleSlots_)
+        return {&class_->slots[first], first, -1};
+    slot -= static_cast<int>(singleSlots_);
+    for (size_t i = singleSlots_; i < class_->slots.size(); ++i) {
         const SlotSpec& spec = class_->slots[i];
         const int count = spec.wholeTable ? CountAt(spec.map) : 1;
         if (slot < count)

@@ -88,6 +88,7 @@ class Entity {
     std::vector<std::unique_ptr<ParamBlock>> blocks_; // null where the class has a null block
     std::vector<size_t> visible_;
     std::vector<SlotState> slots_;
+    size_t singleSlots_ = 0; // before the first that is a whole table
     std::vector<std::unique_ptr<ReferenceTarget>> subObjects_;
 };
 

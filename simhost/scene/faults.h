@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace simhost {
 
@@ -84,7 +85,7 @@ class Faults {
     template <class Answer>
     [[nodiscard]] Answer Give(Call call, Answer answer) const {
         Check(call);
-        return nothing_ & Bit(call) ? Answer() : answer;
+        return nothing_ & Bit(call) ? Answer() : std::move(answer);
     }
     void Add(Call call) { thrown_ |= Bit(call); }
     /// All that are a thing's own. The tree is the host's: a node that throws has its children.

@@ -116,7 +116,7 @@ MSTR ParamBlock::GetLocalName(ParamID id, int /*tabIndex*/) {
 const Scalar* ParamBlock::Read(ParamID id, int tabIndex, Storage storage) const {
     faults.Check(Call::GetValue);
     const int i = slot_.desc->IndexOfId(id);
-    if (i < 0 || StorageOf(TypeAt(i)) != storage)
+    if (i < 0 || slot_.desc->StorageAt(i) != storage)
         return nullptr;
     return At(i, tabIndex);
 }
@@ -211,7 +211,7 @@ BOOL ParamBlock::GetValue(ParamID id, TimeValue /*t*/, Matrix3& v, Interval& /*v
 
 BOOL ParamBlock::Write(ParamID id, int tabIndex, Storage storage, Scalar value) {
     const int i = slot_.desc->IndexOfId(id);
-    if (i < 0 || StorageOf(TypeAt(i)) != storage || !At(i, tabIndex))
+    if (i < 0 || slot_.desc->StorageAt(i) != storage || !At(i, tabIndex))
         return FALSE;
     PutElement(i, tabIndex, std::move(value));
     return TRUE;

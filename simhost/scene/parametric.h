@@ -83,7 +83,8 @@ class ParametricMtlBase : public Parametric<Base> {
     }
     MSTR GetSubTexmapSlotName(int i, bool /*localized*/) override {
         this->faults.Check(Call::GetSubTexmapSlotName);
-        return MSTR(this->SlotName(i).value_or(L""));
+        Text slotName = this->SlotName(i);
+        return slotName ? MSTR(*std::move(slotName)) : MSTR();
     }
 };
 

@@ -90,8 +90,8 @@ void Scene::DeleteNode(SceneNode* node) {
     for (SceneNode* child : orphans)
         SetParent(*child, root_.get(), true);
     node->SetTarget(nullptr);
-    NameChanges(*node, L"");
-    byName_[L""].erase(node->nodeHandle_);
+    EnterRenamings();
+    byName_[node->Name()].erase(node->nodeHandle_);
     ObjectChanges(*node, nullptr);
     if (node->selected_)
         std::erase(selection_, Animatable::GetHandleByAnim(node));
@@ -119,6 +119,7 @@ std::wstring Scene::UniqueName(std::wstring_view name) {
     auto [stem, digits] = SplitNumber(name);
     digits = std::max<size_t>(digits, 3);
     int& next = nextNumber_[stem];
+    EnterRenamings();
     for (;;) {
         std::wstring number = std::to_wstring(++next);
         if (number.size() < digits)
@@ -131,6 +132,7 @@ std::wstring Scene::UniqueName(std::wstring_view name) {
 }
 
 SceneNode* Scene::FindByName(std::wstring_view name) const {
+    EnterRenamings();
     const auto found = byName_.find(std::wstring(name));
     if (found == byName_.end() || found->second.empty())
         return nullptr;
@@ -200,16 +202,24 @@ std::vector<SceneNode*> Scene::Selection() const {
     return nodes;
 }
 
-void Scene::NameChanges(SceneNode& node, const std::wstring& name) {
-    if (&node == root_.get())
-        return;
-    const auto old = byName_.find(node.Name());
-    if (old != byName_.end()) {
-        old->second.erase(node.nodeHandle_);
+void Scene::Renamed(const SceneNode& node, std::wstring oldName) {
+    if (&node != root_.get())
+        renamings_.push_back({node.nodeHandle_, std::move(oldName)});
+}
+
+void Scene::EnterRenamings() const {
+    for (const Renaming& renaming : renamings_) {
+        const auto old = byName_.find(renaming.oldName);
+        if (old == byName_.end())
+            continue;
+        old->second.erase(renaming.handle);
         if (old->second.empty())
             byName_.erase(old);
     }
-    byName_[name].insert(node.nodeHandle_);
+    for (const Renaming& renaming : renamings_)
+        if (const SceneNode* const node = FindByHandle(renaming.handle))
+            byName_[node->Name()].insert(renaming.handle);
+    renamings_.clear();
 }
 
 void Scene::ObjectChanges(SceneNode& node, Object* object) {

@@ -125,7 +125,8 @@ class Scene {
   private:
     friend class SceneNode;
     static unsigned long NextRevision();
-    void NameChanges(SceneNode& node, const std::wstring& name);
+    void Renamed(const SceneNode& node, std::wstring oldName);
+    void EnterRenamings() const;
     void ObjectChanges(SceneNode& node, Object* object);
     SceneNode* TwinOf(SceneNode& node, Object* object);
     bool CollapseTo(SceneNode& node, std::wstring_view className);
@@ -133,7 +134,14 @@ class Scene {
     std::map<AnimHandle, std::unique_ptr<ReferenceTarget>> things_; // in order of making
     std::map<ULONG, std::unique_ptr<SceneNode>> nodes_;
     std::unique_ptr<SceneNode> root_;
-    std::unordered_map<std::wstring, std::set<ULONG>> byName_;
+    // Renamings are entered when somebody looks for a name: exports rename many nodes and look for
+    // none.
+    struct Renaming {
+        ULONG handle;
+        std::wstring oldName;
+    };
+    mutable std::vector<Renaming> renamings_;
+    mutable std::unordered_map<std::wstring, std::set<ULONG>> byName_;
     std::unordered_map<AnimHandle, std::set<ULONG>> byObject_;
     std::unordered_map<std::wstring, int> nextNumber_;
     std::vector<AnimHandle> selection_;

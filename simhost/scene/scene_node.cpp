@@ -95,8 +95,7 @@ const MCHAR* SceneNode::GetName() {
 
 void SceneNode::SetName(const MCHAR* name) {
     faults.Check(Call::SetName);
-    scene_.NameChanges(*this, name ? name : L"");
-    name_ = name ? name : L"";
+    scene_.Renamed(*this, std::exchange(name_, name ? name : L""));
 }
 
 int SceneNode::IsRootNode() {

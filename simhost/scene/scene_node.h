@@ -13,6 +13,20 @@ class SceneNode final : public INode {
     SceneNode(Scene& scene, std::wstring name, ULONG handle);
     ~SceneNode() override;
 
+    Faults faults;
+
+  private:
+    // What every walk over the scene asks for, close together: a scene is larger than the caches.
+    Scene& scene_;
+    std::wstring name_;
+    ULONG nodeHandle_;
+    int childCount_ = 0;
+    Ref<Object> object_;
+    Ref<Object> spaceStack_;
+    Ref<Mtl> material_;
+    ObjectState state_;
+
+  public:
     // Values without rules; the scene file and scripts set them.
     struct Flags {
         bool hidden = false;
@@ -29,7 +43,6 @@ class SceneNode final : public INode {
     float visibility = 1;
     std::wstring layer = L"0";
     std::wstring userProps;
-    Faults faults;
 
     struct Offset {
         Point3 position;
@@ -112,28 +125,20 @@ class SceneNode final : public INode {
     void Detach(SceneNode* child);
     void DropWorldTM() const;
 
-    Scene& scene_;
-    std::wstring name_;
-    ULONG nodeHandle_;
     SceneNode* parent_ = nullptr;
     // Removed children leave a hole until somebody looks; so deleting many costs no more than
     // looking once.
     mutable std::vector<SceneNode*> children_;
     mutable bool holes_ = false;
-    int childCount_ = 0;
     mutable size_t placeInParent_ = 0;
 
     Matrix3 local_;
     mutable Matrix3 world_;
     mutable bool worldKnown_ = true; // known implies that the parent's is
-    Ref<Object> object_;
-    Ref<Object> spaceStack_;
-    Ref<Mtl> material_;
     Ref<SceneNode> target_;
     int lookers_ = 0;
     DWORD wireColor_ = 0x999999;
     bool selected_ = false;
-    ObjectState state_;
 };
 
 } // namespace simhost

@@ -8,19 +8,21 @@ namespace {
 // was deleted stays dead. The table outlives every object, also those with static storage.
 constexpr AnimHandle firstHandle = 0x1000;
 
-std::vector<Animatable*>& Table() {
-    static auto* table = new std::vector<Animatable*>;
-    return *table;
+constinit std::vector<Animatable*>* table = nullptr;
+
+AnimHandle Enter(Animatable* anim) {
+    if (!table)
+        table = new std::vector<Animatable*>;
+    table->push_back(anim);
+    return firstHandle + table->size() - 1;
 }
 
 } // namespace
 
-Animatable::Animatable() : handle_(firstHandle + Table().size()) {
-    Table().push_back(this);
-}
+Animatable::Animatable() : handle_(Enter(this)) {}
 
 Animatable::~Animatable() {
-    Table()[handle_ - firstHandle] = nullptr;
+    (*table)[handle_ - firstHandle] = nullptr;
 }
 
 AnimHandle Animatable::GetHandleByAnim(Animatable* anim) {
@@ -29,5 +31,5 @@ AnimHandle Animatable::GetHandleByAnim(Animatable* anim) {
 
 Animatable* Animatable::GetAnimByHandle(AnimHandle handle) {
     const AnimHandle place = handle - firstHandle;
-    return handle >= firstHandle && place < Table().size() ? Table()[place] : nullptr;
+    return handle >= firstHandle && table && place < table->size() ? (*table)[place] : nullptr;
 }

@@ -100,6 +100,30 @@ TEST_F(Tree, NamesAreFoundAsTheyChange) {
     EXPECT_EQ(Scene::Current().UniqueName(L"Line"), L"Line004");
 }
 
+// Renamings are entered when somebody looks.
+TEST_F(Tree, NamesAreFoundAfterAnyRenaming) {
+    OpenScene(R"("nodes": [{"name": "a"}, {"name": "a"}, {"name": "b"}])");
+    Scene& scene = Scene::Current();
+    INode* const root = GetCOREInterface()->GetRootNode();
+    INode* const first = root->GetChildNode(0);
+    INode* const second = root->GetChildNode(1);
+    INode* const third = root->GetChildNode(2);
+    first->SetName(L"b");
+    EXPECT_EQ(scene.FindByName(L"a"), second);
+    EXPECT_EQ(scene.FindByName(L"b"), first); // of two the older
+    first->SetName(L"c");
+    first->SetName(L"a");
+    second->SetName(L"c");
+    third->SetName(L"c");
+    EXPECT_EQ(scene.FindByName(L"a"), first);
+    EXPECT_EQ(scene.FindByName(L"b"), nullptr);
+    EXPECT_EQ(scene.FindByName(L"c"), second);
+    second->SetName(L"gone");
+    scene.DeleteNode(static_cast<SceneNode*>(second));
+    EXPECT_EQ(scene.FindByName(L"gone"), nullptr);
+    EXPECT_EQ(scene.FindByName(L"c"), third);
+}
+
 TEST_F(Tree, CopiesInstancesAndReferences) {
     OpenScene(
         R"("objects": {"o": {"class": "Box", "params": {"height": 7}, "modifiers": [{"class": "CoronaDisplacementMod", "params": {"maxDisplace": 3}}]}},
