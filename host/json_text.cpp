@@ -9,11 +9,13 @@
 namespace brimwave {
 namespace {
 
-/// Digits, signs and points only: one unit each.
-void AppendNarrow(std::wstring& out, const char* begin, const char* end) {
-    const size_t size = out.size();
-    out.resize(size + static_cast<size_t>(end - begin));
-    std::copy(begin, end, out.begin() + static_cast<std::ptrdiff_t>(size));
+// What these write ends at the pointer that they return; the room must be there.
+constexpr size_t longestNumber = 32;
+constexpr size_t longestTriple = 3 * longestNumber + 4;
+constexpr size_t longestEscape = 6; // \uXXXX
+
+wchar_t* Write(wchar_t* out, std::wstring_view text) {
+    return std::copy(text.begin(), text.end(), out);
 }
 
 /// Places a point before the last `decimals` digits, with as many zeros before them as it takes.
@@ -51,90 +53,117 @@ char* WriteFixed(char* out, double magnitude) {
     return WriteWithPoint(out, digits, decimals);
 }
 
-/// Six significant digits; the number is finite.
-char* WriteNumber(char* out, char* end, float value) {
-    if (std::signbit(value))
-        *out++ = '-';
-    const double magnitude = std::abs(static_cast<double>(value));
-    if (magnitude == 0) {
-        *out++ = '0';
-        return out;
+/// Six significant digits of a number that is finite and not negative.
+char* WriteMagnitude(char* out, char* end, double magnitude) {
+    if (magnitude < mostFixed) {
+        const auto whole = static_cast<std::uint32_t>(magnitude);
+        if (whole == magnitude)
+            return std::to_chars(out, end, whole).ptr;
+        if (magnitude >= leastFixed)
+            return WriteFixed(out, magnitude);
     }
-    if (magnitude >= leastFixed && magnitude < mostFixed)
-        return WriteFixed(out, magnitude);
     return std::to_chars(out, end, magnitude, std::chars_format::general, 6).ptr;
+}
+
+wchar_t* WriteFloat(wchar_t* out, float value) {
+    if (!std::isfinite(value))
+        return Write(out, L"null");
+    if (std::signbit(value))
+        *out++ = L'-';
+    char text[longestNumber];
+    return std::copy(
+        text, WriteMagnitude(text, std::end(text), std::abs(static_cast<double>(value))), out);
+}
+
+wchar_t* WriteInt(wchar_t* out, std::int64_t value) {
+    char text[longestNumber];
+    return std::copy(text, std::to_chars(text, std::end(text), value).ptr, out);
+}
+
+wchar_t* WriteTriple(wchar_t* out, float a, float b, float c) {
+    *out++ = L'[';
+    out = WriteFloat(out, a);
+    *out++ = L',';
+    out = WriteFloat(out, b);
+    *out++ = L',';
+    out = WriteFloat(out, c);
+    *out++ = L']';
+    return out;
+}
+
+bool NeedsEscape(wchar_t unit) {
+    return (static_cast<std::uint32_t>(unit) < 32) | (unit == L'"') | (unit == L'\\');
+}
+
+size_t CountEscapes(std::wstring_view text) {
+    size_t count = 0;
+    for (const wchar_t unit : text)
+        count += NeedsEscape(unit);
+    return count;
 }
 
 wchar_t HexDigit(unsigned value) {
     return L"0123456789abcdef"[value & 15];
 }
 
-void AppendEscape(std::wstring& out, wchar_t unit) {
+wchar_t* WriteEscape(wchar_t* out, wchar_t unit) {
     switch (unit) {
     case L'\t':
-        out += L"\\t";
-        return;
+        return Write(out, L"\\t");
     case L'\n':
-        out += L"\\n";
-        return;
+        return Write(out, L"\\n");
     case L'\r':
-        out += L"\\r";
-        return;
+        return Write(out, L"\\r");
     case L'"':
-        out += L"\\\"";
-        return;
+        return Write(out, L"\\\"");
     case L'\\':
-        out += L"\\\\";
-        return;
+        return Write(out, L"\\\\");
     default: {
         const auto code = static_cast<unsigned>(unit);
-        out += L"\\u00";
-        out += HexDigit(code >> 4);
-        out += HexDigit(code);
+        out = Write(out, L"\\u00");
+        *out++ = HexDigit(code >> 4);
+        *out++ = HexDigit(code);
+        return out;
     }
     }
 }
 
-bool NeedsEscape(wchar_t unit) {
-    return static_cast<std::uint32_t>(unit) < 32 || unit == L'"' || unit == L'\\';
+wchar_t* WriteEscaped(wchar_t* out, std::wstring_view text) {
+    for (const wchar_t unit : text) {
+        if (NeedsEscape(unit))
+            out = WriteEscape(out, unit);
+        else
+            *out++ = unit;
+    }
+    return out;
 }
 
 } // namespace
 
 void AppendJsonFloat(std::wstring& out, float value) {
-    if (!std::isfinite(value)) {
-        out += L"null";
-        return;
-    }
-    char text[32];
-    AppendNarrow(out, text, WriteNumber(text, text + sizeof text, value));
+    wchar_t text[longestNumber];
+    out.append(text, static_cast<size_t>(WriteFloat(text, value) - text));
 }
 
 void AppendJsonInt(std::wstring& out, std::int64_t value) {
-    char digits[24];
-    AppendNarrow(out, digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+    wchar_t text[longestNumber];
+    out.append(text, static_cast<size_t>(WriteInt(text, value) - text));
 }
 
 void AppendJsonTriple(std::wstring& out, float a, float b, float c) {
-    out += L'[';
-    AppendJsonFloat(out, a);
-    out += L',';
-    AppendJsonFloat(out, b);
-    out += L',';
-    AppendJsonFloat(out, c);
-    out += L']';
+    wchar_t text[longestTriple];
+    out.append(text, static_cast<size_t>(WriteTriple(text, a, b, c) - text));
 }
 
 void AppendJsonEscaped(std::wstring& out, std::wstring_view text) {
-    size_t start = 0;
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (!NeedsEscape(text[i]))
-            continue;
-        out.append(text, start, i - start);
-        AppendEscape(out, text[i]);
-        start = i + 1;
+    const size_t escapes = CountEscapes(text);
+    if (escapes == 0) {
+        out += text;
+        return;
     }
-    out.append(text, start);
+    const size_t size = out.size();
+    out.resize(size + text.size() + escapes * longestEscape);
+    out.resize(static_cast<size_t>(WriteEscaped(out.data() + size, text) - out.data()));
 }
 
 void AppendJsonString(std::wstring& out, std::wstring_view text) {
@@ -181,37 +210,42 @@ std::wstring_view BoolToJson(bool value) {
     return value ? L"true" : L"false";
 }
 
-void JsonMembers::Key(std::wstring_view key) {
-    const size_t size = text_.size();
-    text_.resize(size + key.size() + 3); // one growth for all parts
-    wchar_t* out = text_.data() + size;
+/// Where the next text is written, at most `size` units.
+inline wchar_t* JsonMembers::Room(size_t size) {
+    const size_t used = TextSize();
+    if (text_.size() < used + size)
+        text_.resize(std::max(used + size, 2 * text_.size()));
+    return text_.data() + used;
+}
+
+/// Writes the key; `valueSize` units at most follow.
+inline wchar_t* JsonMembers::Begin(std::wstring_view key, size_t valueSize) {
+    wchar_t* out = Room(key.size() + 3 + valueSize);
     *out++ = L'"';
-    out = std::copy(key.begin(), key.end(), out);
+    out = Write(out, key);
     *out++ = L'"';
-    *out = L':';
+    *out++ = L':';
+    return out;
+}
+
+inline void JsonMembers::End(const wchar_t* end) {
+    ends_.push_back(static_cast<size_t>(end - text_.data()));
 }
 
 void JsonMembers::Add(std::wstring_view member) {
-    text_ += member;
-    End();
+    End(Write(Room(member.size()), member));
 }
 
 void JsonMembers::AddRaw(std::wstring_view key, std::wstring_view value) {
-    Key(key);
-    text_ += value;
-    End();
+    End(Write(Begin(key, value.size()), value));
 }
 
 void JsonMembers::AddFloat(std::wstring_view key, float value) {
-    Key(key);
-    AppendJsonFloat(text_, value);
-    End();
+    End(WriteFloat(Begin(key, longestNumber), value));
 }
 
 void JsonMembers::AddInt(std::wstring_view key, std::int64_t value) {
-    Key(key);
-    AppendJsonInt(text_, value);
-    End();
+    End(WriteInt(Begin(key, longestNumber), value));
 }
 
 void JsonMembers::AddBool(std::wstring_view key, bool value) {
@@ -219,34 +253,29 @@ void JsonMembers::AddBool(std::wstring_view key, bool value) {
 }
 
 void JsonMembers::AddString(std::wstring_view key, std::wstring_view text) {
-    Key(key);
-    AppendJsonString(text_, text);
-    End();
+    wchar_t* out = Begin(key, text.size() + CountEscapes(text) * longestEscape + 2);
+    *out++ = L'"';
+    out = WriteEscaped(out, text);
+    *out++ = L'"';
+    End(out);
 }
 
 void JsonMembers::AddTriple(std::wstring_view key, float a, float b, float c) {
-    Key(key);
-    AppendJsonTriple(text_, a, b, c);
-    End();
-}
-
-std::wstring_view JsonMembers::operator[](size_t i) const {
-    const size_t begin = i == 0 ? 0 : ends_[i - 1];
-    return std::wstring_view(text_).substr(begin, ends_[i] - begin);
-}
-
-void JsonMembers::clear() {
-    text_.clear();
-    ends_.clear();
+    End(WriteTriple(Begin(key, longestTriple), a, b, c));
 }
 
 void AppendJoined(std::wstring& out, const JsonMembers& members, std::wstring_view prefix) {
+    constexpr std::wstring_view separator = L",\n";
+    const size_t size = out.size();
+    const size_t between = separator.size() + prefix.size();
+    out.resize(size + members.TextSize() + members.size() * between); // one growth for all
+    wchar_t* next = out.data() + size;
     for (size_t i = 0; i < members.size(); ++i) {
         if (i > 0)
-            out += L",\n";
-        out += prefix;
-        out += members[i];
+            next = Write(next, separator);
+        next = Write(Write(next, prefix), members[i]);
     }
+    out.resize(static_cast<size_t>(next - out.data()));
 }
 
 std::wstring JoinJsonMembers(const JsonMembers& members, std::wstring_view prefix) {

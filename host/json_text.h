@@ -31,7 +31,7 @@ void AppendJsonEscaped(std::wstring& out, std::wstring_view text);
 /// With the quotes around it.
 void AppendJsonString(std::wstring& out, std::wstring_view text);
 
-/// Ordered member texts (`"key":value`) of one JSON object, kept in one buffer. Keys are written
+/// Ordered member texts (`"key":value`) of one JSON object, kept in one text. Keys are written
 /// as given, without escapes.
 class JsonMembers {
   public:
@@ -49,13 +49,19 @@ class JsonMembers {
 
     [[nodiscard]] bool empty() const { return ends_.empty(); }
     [[nodiscard]] size_t size() const { return ends_.size(); }
-    [[nodiscard]] std::wstring_view operator[](size_t i) const;
-    void clear();
+    [[nodiscard]] std::wstring_view operator[](size_t i) const {
+        const size_t begin = i == 0 ? 0 : ends_[i - 1];
+        return {text_.data() + begin, ends_[i] - begin};
+    }
+    /// Units of all texts together.
+    [[nodiscard]] size_t TextSize() const { return empty() ? 0 : ends_.back(); }
+    void clear() { ends_.clear(); }
 
   private:
-    void Key(std::wstring_view key);
-    void End() { ends_.push_back(text_.size()); }
-    std::wstring text_;
+    wchar_t* Room(size_t size);
+    wchar_t* Begin(std::wstring_view key, size_t valueSize);
+    void End(const wchar_t* end);
+    std::wstring text_; // with room after the last one
     std::vector<size_t> ends_;
 };
 
