@@ -8,7 +8,7 @@ ConvertedMesh::ConvertedMesh(Object* source, TimeValue time) {
     Object* const converted = source->ConvertToType(time, triObjectClassID);
     if (converted != source)
         made_ = converted;
-    triangles_ = dynamic_cast<TriObject*>(converted);
+    triangles_ = static_cast<TriObject*>(converted); // as the host promises for that id
 }
 
 ConvertedMesh::~ConvertedMesh() {

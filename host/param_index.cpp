@@ -4,19 +4,14 @@
 
 namespace brimwave {
 
-void FoldParamName(std::wstring_view name, std::wstring& folded) {
-    folded.assign(name);
+std::wstring FoldParamName(std::wstring_view name) {
+    std::wstring folded(name);
     for (wchar_t& unit : folded) {
         if (unit >= L'A' && unit <= L'Z')
             unit = static_cast<wchar_t>(unit + (L'a' - L'A'));
         else if (unit >= 128) // hardly any name has such letters
             unit = static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(unit)));
     }
-}
-
-std::wstring FoldParamName(std::wstring_view name) {
-    std::wstring folded;
-    FoldParamName(name, folded);
     return folded;
 }
 

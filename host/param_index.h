@@ -1,5 +1,7 @@
 #pragma once
 // What the definitions of a parameter block are called, looked up without a scan.
+#include "host/text.h"
+
 #include <max.h>
 
 #include <iparamb2.h>
@@ -12,18 +14,16 @@
 
 namespace brimwave {
 
-/// One definition of a block, as the index keeps it. `name` belongs to the host and is neither
-/// null nor necessarily unique.
+/// One definition of a block, as the index keeps it. `name` belongs to the host and is not
+/// necessarily unique.
 struct ParamDefinition {
     ParamID id = 0;
     ParamType2 type = TYPE_FLOAT;
-    const MCHAR* name = nullptr;
+    std::wstring_view name;
 };
 
 /// Compares names as the host's internal names are compared: letter case does not count.
 [[nodiscard]] std::wstring FoldParamName(std::wstring_view name);
-/// The same into a text whose memory is used again.
-void FoldParamName(std::wstring_view name, std::wstring& folded);
 
 /// Definitions of one block descriptor. Definitions without a name are left out.
 class DescriptorIndex {
@@ -38,15 +38,9 @@ class DescriptorIndex {
     [[nodiscard]] const std::vector<std::uint16_t>& Texmaps() const { return texmaps_; }
 
   private:
-    struct Hash {
-        using is_transparent = void;
-        size_t operator()(std::wstring_view text) const {
-            return std::hash<std::wstring_view>{}(text);
-        }
-    };
     std::vector<ParamDefinition> definitions_;
     std::vector<std::uint16_t> texmaps_;
-    std::unordered_map<std::wstring, std::vector<std::uint16_t>, Hash, std::equal_to<>> byName_;
+    std::unordered_map<std::wstring, std::vector<std::uint16_t>, TextHash, std::equal_to<>> byName_;
 };
 
 /// One DescriptorIndex for each descriptor met, built at the first look-up. Lives as long as one

@@ -17,54 +17,55 @@ bool IsReferenceType(ParamType2 type) {
 
 ParamReader::ParamReader() : time_(GetCOREInterface()->GetTime()) {}
 
-template <class Visit>
-bool ParamReader::VisitNamed(Animatable* object, std::wstring_view name, Visit visit) {
-    if (!object || name.empty())
-        return false;
-    FoldParamName(name, folded_);
-    const int count = object->NumParamBlocks();
+size_t
+ParamReader::LayoutHash::operator()(const std::vector<const ParamBlockDesc2*>& descriptors) const {
+    size_t hash = descriptors.size();
+    for (const ParamBlockDesc2* const descriptor : descriptors)
+        hash = Combine(hash, std::hash<const void*>{}(descriptor));
+    return hash;
+}
+
+ParamLayout& ParamReader::Open(Animatable* object) {
+    blocks_.clear();
+    descriptors_.clear();
+    const int count = object ? object->NumParamBlocks() : 0;
     for (int i = 0; i < count; ++i) {
         IParamBlock2* const block = object->GetParamBlock(i);
         const ParamBlockDesc2* const descriptor = block ? block->GetDesc() : nullptr;
         if (!descriptor)
             continue;
-        const DescriptorIndex& index = index_.For(*descriptor);
-        const auto* positions = index.Find(folded_);
-        if (!positions)
-            continue;
-        for (const std::uint16_t position : *positions)
-            if (visit(Found{block, &index.Definitions()[position]}))
-                return true;
+        blocks_.push_back(block);
+        descriptors_.push_back(descriptor);
     }
-    return false;
+    if (opened_ && opened_->first == descriptors_) // often the same as before
+        return opened_->second;
+    const auto [entry, isNew] = layouts_.try_emplace(descriptors_);
+    if (isNew)
+        for (const ParamBlockDesc2* const descriptor : descriptors_)
+            entry->second.Add(index_.For(*descriptor));
+    opened_ = &*entry;
+    return entry->second;
 }
 
 template <class Visit>
-void ParamReader::VisitAll(Animatable* object, Visit visit) {
-    const int count = object ? object->NumParamBlocks() : 0;
-    for (int i = 0; i < count; ++i) {
-        IParamBlock2* const block = object->GetParamBlock(i);
-        const ParamBlockDesc2* const descriptor = block ? block->GetDesc() : nullptr;
-        if (descriptor)
-            visit(*block, index_.For(*descriptor));
-    }
+void ParamReader::VisitNamed(Animatable* object, std::wstring_view name, Visit visit) {
+    if (!object || name.empty())
+        return;
+    for (const BlockParam& param : Open(object).Named(name))
+        if (visit(*blocks_[param.block], *param.definition))
+            return;
 }
 
 ParamValue ParamReader::FindParamValue(Animatable* object, std::wstring_view name) {
-    ParamValue value;
-    VisitNamed(object, name, [&](const Found& found) {
-        return ReadScalar(*found.block, found.definition->id, found.definition->type, time_, value);
-    });
-    return value;
+    return object && !name.empty() ? ReadFirst(Open(object).Named(name)) : ParamValue();
 }
 
 ReferenceTarget* ParamReader::FindParamRef(Animatable* object, std::wstring_view name) {
     ReferenceTarget* reference = nullptr;
-    VisitNamed(object, name, [&](const Found& found) {
-        if (!IsReferenceType(found.definition->type))
+    VisitNamed(object, name, [&](IParamBlock2& block, const ParamDefinition& definition) {
+        if (!IsReferenceType(definition.type))
             return false;
-        reference =
-            ReadReference(*found.block, found.definition->id, found.definition->type, time_);
+        reference = ReadReference(block, definition.id, definition.type, time_);
         return true;
     });
     return reference;
@@ -72,9 +73,9 @@ ReferenceTarget* ParamReader::FindParamRef(Animatable* object, std::wstring_view
 
 int ParamReader::GetTabParamCount(Animatable* object, std::wstring_view name) {
     int count = -1;
-    VisitNamed(object, name, [&](const Found& found) {
-        if (TabKindOf(found.definition->type) != ParamKind::None)
-            count = found.block->Count(found.definition->id);
+    VisitNamed(object, name, [&](IParamBlock2& block, const ParamDefinition& definition) {
+        if (TabKindOf(definition.type) != ParamKind::None)
+            count = block.Count(definition.id);
         return true;
     });
     return count;
@@ -82,11 +83,10 @@ int ParamReader::GetTabParamCount(Animatable* object, std::wstring_view name) {
 
 ParamValue ParamReader::GetTabParamValue(Animatable* object, std::wstring_view name, int index) {
     ParamValue value;
-    VisitNamed(object, name, [&](const Found& found) {
-        const ParamID id = found.definition->id;
-        if (TabKindOf(found.definition->type) != ParamKind::None && index >= 0 &&
-            index < found.block->Count(id))
-            ReadElement(*found.block, id, found.definition->type, time_, index, value);
+    VisitNamed(object, name, [&](IParamBlock2& block, const ParamDefinition& definition) {
+        const ParamID id = definition.id;
+        if (TabKindOf(definition.type) != ParamKind::None && index >= 0 && index < block.Count(id))
+            ReadElement(block, id, definition.type, time_, index, value);
         return true;
     });
     return value;
@@ -99,9 +99,9 @@ bool ParamReader::IsEntryOn(Animatable* object, std::wstring_view switches, int 
 
 int ParamReader::CountElements(Animatable* object, std::wstring_view name) {
     int count = -1;
-    VisitNamed(object, name, [&](const Found& found) {
-        if (found.definition->type & TYPE_TAB)
-            count = found.block->Count(found.definition->id);
+    VisitNamed(object, name, [&](IParamBlock2& block, const ParamDefinition& definition) {
+        if (definition.type & TYPE_TAB)
+            count = block.Count(definition.id);
         return true;
     });
     return count;
@@ -110,10 +110,10 @@ int ParamReader::CountElements(Animatable* object, std::wstring_view name) {
 std::optional<float> ParamReader::FindTabNumber(Animatable* object, std::wstring_view name,
                                                 int index) {
     std::optional<float> number;
-    VisitNamed(object, name, [&](const Found& found) {
-        const ParamID id = found.definition->id;
-        if ((found.definition->type & TYPE_TAB) && index >= 0 && index < found.block->Count(id))
-            number = ReadNumber(*found.block, id, found.definition->type, time_, index);
+    VisitNamed(object, name, [&](IParamBlock2& block, const ParamDefinition& definition) {
+        const ParamID id = definition.id;
+        if ((definition.type & TYPE_TAB) && index >= 0 && index < block.Count(id))
+            number = ReadNumber(block, id, definition.type, time_, index);
         return true;
     });
     return number;
@@ -121,16 +121,18 @@ std::optional<float> ParamReader::FindTabNumber(Animatable* object, std::wstring
 
 std::vector<TexmapParam> ParamReader::ListTexmapParams(Animatable* object) {
     std::vector<TexmapParam> params;
-    VisitAll(object, [&](IParamBlock2& block, const DescriptorIndex& index) {
-        for (const std::uint16_t position : index.Texmaps()) {
-            const ParamDefinition& definition = index.Definitions()[position];
+    const auto& indexes = Open(object).Blocks();
+    for (size_t i = 0; i < indexes.size(); ++i) {
+        IParamBlock2& block = *blocks_[i];
+        for (const std::uint16_t position : indexes[i]->Texmaps()) {
+            const ParamDefinition& definition = indexes[i]->Definitions()[position];
             const bool table = definition.type == TYPE_TEXMAP_TAB;
             const int count = table ? block.Count(definition.id) : 1;
-            for (int i = 0; i < count; ++i)
-                if (Texmap* const map = ReadTexmap(block, definition.id, time_, i))
-                    params.push_back({definition.name, table ? i : -1, map});
+            for (int element = 0; element < count; ++element)
+                if (Texmap* const map = ReadTexmap(block, definition.id, time_, element))
+                    params.push_back({definition.name, table ? element : -1, map});
         }
-    });
+    }
     return params;
 }
 
@@ -156,11 +158,10 @@ std::wstring ParamReader::FindTexmapTabParamName(Animatable* object, Texmap* map
 
 void ParamReader::ListNamesOfType(Animatable* object, ParamType2 type,
                                   std::vector<std::wstring>& names) {
-    VisitAll(object, [&](IParamBlock2&, const DescriptorIndex& index) {
-        for (const ParamDefinition& definition : index.Definitions())
+    for (const DescriptorIndex* const index : Open(object).Blocks())
+        for (const ParamDefinition& definition : index->Definitions())
             if (definition.type == type)
                 names.emplace_back(definition.name);
-    });
 }
 
 void ParamReader::ListBoolParamNames(Animatable* object, std::vector<std::wstring>& names) {
@@ -176,66 +177,37 @@ void ParamReader::AppendParamJson(JsonMembers& members, Animatable* object, std:
     AppendParamValue(members, key, FindParamValue(object, name));
 }
 
-bool ParamReader::CollectBlocks(Animatable* object) {
-    blocks_.clear();
-    layout_.clear();
-    VisitAll(object, [&](IParamBlock2& block, const DescriptorIndex&) {
-        blocks_.push_back(&block);
-        layout_.push_back(block.GetDesc());
-    });
-    return !blocks_.empty();
+ParamValue ParamReader::ReadFirst(std::span<const BlockParam> params) {
+    ParamValue value;
+    for (const auto& [block, definition] : params)
+        if (ReadScalar(*blocks_[block], definition->id, definition->type, time_, value))
+            break;
+    return value;
 }
 
-/// The first definition of that name, in the blocks of `layout_`, whose type has a kind.
-std::optional<ParamReader::PlanStep> ParamReader::PlanRow(std::wstring_view foldedName) {
-    for (size_t block = 0; block < layout_.size(); ++block) {
-        const DescriptorIndex& index = index_.For(*layout_[block]);
-        const auto* positions = index.Find(foldedName);
-        if (!positions)
-            continue;
-        for (const std::uint16_t position : *positions) {
-            const ParamDefinition& definition = index.Definitions()[position];
-            if (ScalarKindOf(definition.type) != ParamKind::None)
-                return PlanStep{0, static_cast<std::uint16_t>(block), definition.id,
-                                definition.type};
-        }
-    }
-    return std::nullopt;
+void ParamReader::Read(ParamLayout& layout, const ParamLayout::TableParam& row, ParamValue& value) {
+    const auto& [block, definition] = row.param;
+    if (!ReadScalar(*blocks_[block], definition->id, definition->type, time_, value))
+        value = ReadFirst(layout.Named(row.row->param)); // a later one of that name may answer
 }
 
-const ParamReader::Plan& ParamReader::PlanFor(std::span<const ParamRow> rows) {
-    size_t hash = std::hash<const void*>{}(rows.data());
-    for (const ParamBlockDesc2* const descriptor : layout_)
-        hash = Combine(hash, std::hash<const void*>{}(descriptor));
-    hash = Combine(hash, rows.size());
-    std::vector<Plan>& candidates = plans_[hash];
-    for (const Plan& plan : candidates)
-        if (plan.rows == rows.data() && plan.layout == layout_)
-            return plan;
-    Plan plan{rows.data(), layout_, {}};
-    for (size_t row = 0; row < rows.size(); ++row) {
-        if (auto step = PlanRow(FoldParamName(rows[row].param))) {
-            step->row = static_cast<std::uint16_t>(row);
-            plan.steps.push_back(*step);
-        }
-    }
-    candidates.push_back(std::move(plan));
-    return candidates.back();
+void ParamReader::FindValues(Animatable* object, std::span<const ParamRow> rows,
+                             std::span<ParamValue> values) {
+    ParamLayout& layout = Open(object);
+    for (const auto& param : layout.ParamsOf(rows))
+        Read(layout, param, values[static_cast<size_t>(param.row - rows.data())]);
 }
 
 void ParamReader::AppendTable(JsonMembers& members, Animatable* object,
                               std::span<const ParamRow> rows, float lengthScale) {
-    if (!CollectBlocks(object))
-        return;
-    for (const PlanStep& step : PlanFor(rows).steps) {
-        const ParamRow& row = rows[step.row];
-        ParamValue value;
-        if (!ReadScalar(*blocks_[step.block], step.id, step.type, time_, value))
-            value = FindParamValue(object, row.param); // a later one of that name may answer
-        if (row.unit == RowUnit::AsStored)
-            AppendParamValue(members, row.key, value);
+    ParamLayout& layout = Open(object);
+    ParamValue value;
+    for (const auto& param : layout.ParamsOf(rows)) {
+        Read(layout, param, value);
+        if (param.row->unit == RowUnit::AsStored)
+            AppendParamValue(members, param.row->key, value);
         else if (value.kind == ParamKind::Float)
-            members.AddFloat(row.key, value.floatValue * lengthScale);
+            members.AddFloat(param.row->key, value.floatValue * lengthScale);
     }
 }
 

@@ -1,25 +1,14 @@
 #pragma once
 // Host parameters by internal name, whatever the class's block layout.
 #include "host/json_text.h"
-#include "host/param_index.h"
+#include "host/param_layout.h"
 #include "host/param_value.h"
 
+#include <array>
 #include <optional>
 #include <span>
 
 namespace brimwave {
-
-enum class RowUnit : std::uint8_t {
-    AsStored,
-    Length, // a length, written only as a float and scaled by the table's length scale
-};
-
-/// One row of a parameter table: which host parameter is written under which JSON key.
-struct ParamRow {
-    std::wstring_view param;
-    std::wstring_view key;
-    RowUnit unit = RowUnit::AsStored;
-};
 
 /// A texture-map parameter (or one element of a table of them) that holds a map.
 struct TexmapParam {
@@ -81,44 +70,46 @@ class ParamReader {
     /// as given.
     void AppendParamJson(JsonMembers& members, Animatable* object, std::wstring_view name,
                          std::wstring_view key);
-    /// The same for each row in order. Which rows an object's class has is worked out once for
-    /// each layout of blocks. The rows must outlive the reader.
+
+    // Several parameters at once. The rows must outlive the reader.
+
+    /// What FindParamValue gives for each row, in their order.
+    template <size_t count>
+    [[nodiscard]] std::array<ParamValue, count> FindParamValues(Animatable* object,
+                                                                const ParamRow (&rows)[count]) {
+        std::array<ParamValue, count> values;
+        FindValues(object, rows, values);
+        return values;
+    }
+    /// AppendParamJson for each row in order.
     void AppendTable(JsonMembers& members, Animatable* object, std::span<const ParamRow> rows,
                      float lengthScale = 1.0f);
 
   private:
-    struct Found {
-        IParamBlock2* block;
-        const ParamDefinition* definition;
-    };
-    struct PlanStep {
-        std::uint16_t row;
-        std::uint16_t block; // position among the blocks that have a descriptor
-        ParamID id;
-        ParamType2 type;
-    };
-    struct Plan {
-        const ParamRow* rows;
-        std::vector<const ParamBlockDesc2*> layout;
-        std::vector<PlanStep> steps;
-    };
-    /// Calls `visit(Found)` for each definition of that name until it answers true.
+    /// The object's layout; `blocks_` receives its blocks.
+    ParamLayout& Open(Animatable* object);
+    /// Calls `visit(block, definition)` for each definition of that name until it answers true.
     template <class Visit>
-    bool VisitNamed(Animatable* object, std::wstring_view name, Visit visit);
-    template <class Visit>
-    void VisitAll(Animatable* object, Visit visit);
+    void VisitNamed(Animatable* object, std::wstring_view name, Visit visit);
+    void FindValues(Animatable* object, std::span<const ParamRow> rows,
+                    std::span<ParamValue> values);
+    /// The value of the first that has one, of the object at hand.
+    ParamValue ReadFirst(std::span<const BlockParam> params);
+    void Read(ParamLayout& layout, const ParamLayout::TableParam& row, ParamValue& value);
     void ListNamesOfType(Animatable* object, ParamType2 type, std::vector<std::wstring>& names);
-    bool CollectBlocks(Animatable* object);
-    const Plan& PlanFor(std::span<const ParamRow> rows);
-    std::optional<PlanStep> PlanRow(std::wstring_view foldedName);
 
+    struct LayoutHash {
+        size_t operator()(const std::vector<const ParamBlockDesc2*>& descriptors) const;
+    };
     TimeValue time_;
     ParamIndex index_;
-    std::unordered_map<size_t, std::vector<Plan>> plans_;
-    // The name looked up and the blocks of the object at hand, kept for their memory.
-    std::wstring folded_;
+    using Layouts =
+        std::unordered_map<std::vector<const ParamBlockDesc2*>, ParamLayout, LayoutHash>;
+    Layouts layouts_;
+    // The object at hand: its layout, and its blocks that have a descriptor.
+    Layouts::value_type* opened_ = nullptr;
     std::vector<IParamBlock2*> blocks_;
-    std::vector<const ParamBlockDesc2*> layout_;
+    std::vector<const ParamBlockDesc2*> descriptors_;
 };
 
 /// Appends `"key":value`; nothing for an absent value.

@@ -8,35 +8,53 @@
 
 namespace brimwave {
 
-/// The host's text as ours; null pointers and empty strings alike give an empty text.
+/// The host's text as ours, valid as long as the host's; null pointers and empty strings alike
+/// give an empty text.
+[[nodiscard]] inline std::wstring_view HostView(const MCHAR* text) {
+    return text ? std::wstring_view(text) : std::wstring_view();
+}
+
+[[nodiscard]] inline std::wstring_view HostView(const MSTR& text) {
+    return HostView(text.data());
+}
+
+/// A copy of it.
 [[nodiscard]] inline std::wstring HostText(const MSTR& text) {
-    const MCHAR* data = text.data();
-    return data ? std::wstring(data) : std::wstring();
+    return std::wstring(HostView(text));
 }
 
 [[nodiscard]] inline std::wstring HostText(const MCHAR* text) {
-    return text ? std::wstring(text) : std::wstring();
+    return std::wstring(HostView(text));
 }
 
 /// The class name that is the same in every language of the host.
-[[nodiscard]] inline std::wstring ClassNameOf(Animatable& object) {
+[[nodiscard]] inline MSTR HostClassName(Animatable& object) {
     MSTR name;
 #if MAX_VERSION_MAJOR < 24
     object.GetClassName(name);
 #else
     object.GetClassName(name, false);
 #endif
-    return HostText(name);
+    return name;
+}
+
+[[nodiscard]] inline std::wstring ClassNameOf(Animatable& object) {
+    return HostText(HostClassName(object));
 }
 
 /// Name of a sub-map slot, the same in every language of the host. Empty when it has none.
 template <class SubMaps>
-[[nodiscard]] std::wstring SlotNameOf(SubMaps& maps, int slot) {
+[[nodiscard]] MSTR HostSlotName(SubMaps& maps, int slot) {
 #if MAX_VERSION_MAJOR < 24
-    return HostText(maps.GetSubTexmapSlotName(slot));
+    return maps.GetSubTexmapSlotName(slot);
 #else
-    return HostText(maps.GetSubTexmapSlotName(slot, false));
+    return maps.GetSubTexmapSlotName(slot, false);
 #endif
+}
+
+template <class SubMaps>
+[[nodiscard]] std::wstring SlotNameOf(SubMaps& maps, int slot) {
+    return HostText(HostSlotName(maps, slot));
 }
 
 /// Length of one system unit in `unit` (one of the host's UNITS_ codes).

@@ -1,5 +1,6 @@
 #pragma once
 // Wide text: sequences of UTF-16 units, turned to UTF-8 at the edges.
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,12 @@ inline constexpr size_t maxUtf8Piece = 16 * 1024;
 
 /// A copy with every unit passed through the C library's wide lower-casing.
 [[nodiscard]] std::wstring ToLowerW(std::wstring_view text);
+
+/// For tables of texts that are searched by a part of another text.
+struct TextHash {
+    using is_transparent = void;
+    size_t operator()(std::wstring_view text) const { return std::hash<std::wstring_view>{}(text); }
+};
 
 /// Decimal number at the head of the text, leading blanks skipped and whatever follows ignored;
 /// always with a point as decimal mark. False when there is none.

@@ -37,47 +37,43 @@ BitmapTex* HostBitmap(MtlBase& map) {
     return map.ClassID() == Class_ID(BMTEX_CLASS_ID, 0) ? dynamic_cast<BitmapTex*>(&map) : nullptr;
 }
 
-std::optional<std::wstring> FindString(PackageContext& package, MtlBase& map,
-                                       std::wstring_view name) {
-    ParamValue value = package.params.FindParamValue(&map, name);
-    if (value.kind != ParamKind::String)
-        return std::nullopt;
-    return std::move(value.stringValue);
-}
+/// Where the classes keep what the members are made of; V-Ray's have a name of their own for the
+/// path.
+enum Source { Path, VRayPath, Scale, Offset, RealWorldScale, Angle };
+constexpr ParamRow sourceRows[] = {{L"filename"},  {L"HDRIMapName"},    {L"uvwScale"},
+                                   {L"uvwOffset"}, {L"realWorldScale"}, {L"wAngle"}};
+using Sources = std::array<ParamValue, std::size(sourceRows)>;
 
-/// Nothing when the class keeps no path; V-Ray's classes keep it under a name of their own.
-std::optional<std::wstring> StoredPath(PackageContext& package, MtlBase& map) {
-    if (auto path = FindString(package, map, L"filename"sv))
-        return path;
-    if (auto path = FindString(package, map, L"HDRIMapName"sv))
-        return path;
+/// Nothing when the class keeps no path.
+std::optional<std::wstring> StoredPath(const Sources& sources, MtlBase& map) {
+    for (const Source source : {Path, VRayPath})
+        if (sources[source].kind == ParamKind::String)
+            return sources[source].stringValue;
     BitmapTex* const bitmap = HostBitmap(map);
     std::wstring name = bitmap ? HostText(bitmap->GetMapName()) : std::wstring();
     return name.empty() ? std::nullopt : std::optional(std::move(name));
 }
 
-void AppendPath(PackageContext& package, JsonMembers& members, MtlBase& map) {
-    const auto stored = StoredPath(package, map);
+void AppendPath(PackageContext& package, JsonMembers& members, const Sources& sources,
+                MtlBase& map) {
+    const auto stored = StoredPath(sources, map);
     if (!stored)
         return;
     members.AddString(L"filepath"sv, FileNameOf(*stored));
-    if (const auto resolved = ResolveAssetPath(*stored, AssetKind::Bitmap))
+    if (const auto resolved = package.assets.Resolve(*stored, AssetKind::Bitmap))
         members.AddString(L"filepath_abs"sv, *resolved);
 }
 
-Placement ReadParams(PackageContext& package, MtlBase& map) {
+Placement PlacementOf(const Sources& sources) {
     Placement placement;
-    const auto find = [&](std::wstring_view name) {
-        return package.params.FindParamValue(&map, name);
-    };
-    if (const ParamValue scale = find(L"uvwScale"sv); scale.kind == ParamKind::Vector)
-        placement.scale = scale.vector;
-    if (const ParamValue offset = find(L"uvwOffset"sv); offset.kind == ParamKind::Vector)
-        placement.offset = offset.vector;
-    if (const ParamValue size = find(L"realWorldScale"sv); size.kind == ParamKind::Bool)
-        placement.realWorldScale = size.boolValue;
-    if (const ParamValue angle = find(L"wAngle"sv); angle.kind == ParamKind::Float)
-        placement.angle = angle.floatValue;
+    if (sources[Scale].kind == ParamKind::Vector)
+        placement.scale = sources[Scale].vector;
+    if (sources[Offset].kind == ParamKind::Vector)
+        placement.offset = sources[Offset].vector;
+    if (sources[RealWorldScale].kind == ParamKind::Bool)
+        placement.realWorldScale = sources[RealWorldScale].boolValue;
+    if (sources[Angle].kind == ParamKind::Float)
+        placement.angle = sources[Angle].floatValue;
     return placement;
 }
 
@@ -91,15 +87,16 @@ Placement ReadUvGen(StdUVGen& uv, TimeValue time) {
     return placement;
 }
 
-Placement ReadPlacement(PackageContext& package, MtlBase& map) {
-    const Placement placement = ReadParams(package, map);
+Placement ReadPlacement(PackageContext& package, const Sources& sources, MtlBase& map) {
+    const Placement placement = PlacementOf(sources);
     BitmapTex* const bitmap = placement.scale ? nullptr : HostBitmap(map);
     StdUVGen* const uv = bitmap ? bitmap->GetUVGen() : nullptr;
     return uv ? ReadUvGen(*uv, package.Time()) : placement;
 }
 
-void AppendPlacement(PackageContext& package, JsonMembers& members, MtlBase& map) {
-    const Placement placement = ReadPlacement(package, map);
+void AppendPlacement(PackageContext& package, JsonMembers& members, const Sources& sources,
+                     MtlBase& map) {
+    const Placement placement = ReadPlacement(package, sources, map);
     if (placement.scale) {
         members.AddFloat(L"tiling_u"sv, placement.scale->x);
         members.AddFloat(L"tiling_v"sv, placement.scale->y);
@@ -125,8 +122,9 @@ void AppendPlacement(PackageContext& package, JsonMembers& members, MtlBase& map
 } // namespace
 
 void AppendBitmap(PackageContext& package, JsonMembers& members, MtlBase& map) {
-    AppendPath(package, members, map);
-    AppendPlacement(package, members, map);
+    const Sources sources = package.params.FindParamValues(&map, sourceRows);
+    AppendPath(package, members, sources, map);
+    AppendPlacement(package, members, sources, map);
     package.params.AppendTable(members, &map, imageRows);
 }
 

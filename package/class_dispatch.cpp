@@ -11,7 +11,6 @@
 #include "package/texmap_tables.h"
 
 namespace brimwave {
-namespace {
 
 using ClassWriter = void (*)(PackageContext&, JsonMembers&, MtlBase&);
 
@@ -21,6 +20,8 @@ struct ClassRow {
     ClassWriter writer;
     const ParamTable* table;
 };
+
+namespace {
 
 void AppendCorona(PackageContext& package, JsonMembers& members, MtlBase& object) {
     AppendCoronaMaterial(package, members, object);
@@ -188,6 +189,13 @@ const ClassRow* FindRow(const std::wstring& key) {
     return found == exact.end() ? FindByPart(key) : found->second;
 }
 
+const ClassRow* RowOf(PackageContext& package, std::wstring_view type) {
+    const auto known = package.classRows.find(type);
+    if (known != package.classRows.end())
+        return known->second;
+    return package.classRows.emplace(type, FindRow(ToLowerW(type))).first->second;
+}
+
 struct TypeName {
     std::wstring_view className;
     std::wstring_view type;
@@ -212,18 +220,18 @@ constexpr TypeName typeNames[] = {
 
 } // namespace
 
-std::wstring NormaliseClassName(std::wstring_view className, bool isMaterial) {
+std::wstring_view NormaliseClassName(std::wstring_view className, bool isMaterial) {
     if (className == L"Composite")
         return isMaterial ? L"compositematerial" : L"CompositeTexturemap";
     for (const TypeName& name : typeNames)
         if (className == name.className)
-            return std::wstring(name.type);
-    return std::wstring(className);
+            return name.type;
+    return className;
 }
 
 void WriteClassParams(PackageContext& package, JsonMembers& members, MtlBase& object,
                       std::wstring_view type) {
-    if (const ClassRow* const row = FindRow(ToLowerW(type))) {
+    if (const ClassRow* const row = RowOf(package, type)) {
         if (row->writer)
             row->writer(package, members, object);
         if (row->table)

@@ -4,8 +4,8 @@
 namespace brimwave {
 
 /// The node's "type": the host's display class name, a few of them under the name that the
-/// converter knows.
-[[nodiscard]] std::wstring NormaliseClassName(std::wstring_view className, bool isMaterial);
+/// converter knows. Either a part of `className` or a text that lasts.
+[[nodiscard]] std::wstring_view NormaliseClassName(std::wstring_view className, bool isMaterial);
 
 /// Appends the parameter members of the object's class, then what its output holds. `type` is
 /// the normalised class name. Nothing for a class without a writer.

@@ -129,8 +129,13 @@ constexpr ParamRow valueRows[] = {
 constexpr int glossinessMode = 1; // of roughnessMode: the stored numbers are glossiness
 constexpr int specularMode = 1;   // of iorMode: the stored numbers are specular, 0..1
 
-std::optional<int> FindInt(PackageContext& package, MtlBase& material, const wchar_t* name) {
-    const ParamValue value = package.params.FindParamValue(&material, name);
+/// What the members depend on that no row gives as it is.
+enum Source { RoughnessMode, BaseRoughness, CoatRoughness, IorMode, BaseIor, MetalnessMode };
+constexpr ParamRow sourceRows[] = {{L"roughnessMode"}, {L"baseRoughness"}, {L"clearcoatRoughness"},
+                                   {L"iorMode"},       {L"baseIor"},       {L"metalnessMode"}};
+using Sources = std::array<ParamValue, std::size(sourceRows)>;
+
+std::optional<int> IntOf(const ParamValue& value) {
     if (value.kind == ParamKind::Int)
         return value.intValue;
     if (value.kind == ParamKind::Bool)
@@ -138,20 +143,19 @@ std::optional<int> FindInt(PackageContext& package, MtlBase& material, const wch
     return std::nullopt;
 }
 
-std::optional<float> FindFloat(PackageContext& package, MtlBase& material, const wchar_t* name) {
-    const ParamValue value = package.params.FindParamValue(&material, name);
+std::optional<float> FloatOf(const ParamValue& value) {
     return value.kind == ParamKind::Float ? std::optional(value.floatValue) : std::nullopt;
 }
 
 /// Glossiness and roughness each as its key says, whichever of them the material stores.
-void AppendRoughness(PackageContext& package, JsonMembers& members, MtlBase& material) {
-    const auto mode = FindInt(package, material, L"roughnessMode");
+void AppendRoughness(JsonMembers& members, const Sources& sources) {
+    const auto mode = IntOf(sources[RoughnessMode]);
     const bool storesGlossiness = mode == glossinessMode;
     if (mode)
         members.AddInt(L"roughness_mode", *mode);
-    if (const auto base = FindFloat(package, material, L"baseRoughness"))
+    if (const auto base = FloatOf(sources[BaseRoughness]))
         members.AddFloat(L"reflect_glossiness", storesGlossiness ? *base : 1.0f - *base);
-    if (const auto coat = FindFloat(package, material, L"clearcoatRoughness"))
+    if (const auto coat = FloatOf(sources[CoatRoughness]))
         members.AddFloat(L"coat_roughness", storesGlossiness ? 1.0f - *coat : *coat);
 }
 
@@ -162,11 +166,11 @@ float IndexOfRefraction(float specular) {
 }
 
 /// The index of refraction of the base, whichever way the material stores it.
-void AppendIor(PackageContext& package, JsonMembers& members, MtlBase& material) {
-    const auto mode = FindInt(package, material, L"iorMode");
+void AppendIor(JsonMembers& members, const Sources& sources) {
+    const auto mode = IntOf(sources[IorMode]);
     if (mode)
         members.AddInt(L"ior_mode", *mode);
-    if (const auto base = FindFloat(package, material, L"baseIor"))
+    if (const auto base = FloatOf(sources[BaseIor]))
         members.AddFloat(L"fresnel_ior", mode == specularMode ? IndexOfRefraction(*base) : *base);
 }
 
@@ -174,9 +178,10 @@ void AppendIor(PackageContext& package, JsonMembers& members, MtlBase& material)
 
 void AppendCoronaMaterial(PackageContext& package, JsonMembers& members, MtlBase& material) {
     package.params.AppendTable(members, &material, amountRows);
-    AppendRoughness(package, members, material);
-    AppendIor(package, members, material);
-    if (const auto metal = FindInt(package, material, L"metalnessMode"))
+    const Sources sources = package.params.FindParamValues(&material, sourceRows);
+    AppendRoughness(members, sources);
+    AppendIor(members, sources);
+    if (const auto metal = IntOf(sources[MetalnessMode]))
         members.AddInt(L"metalness", *metal);
     package.params.AppendTable(members, &material, valueRows, package.metresPerUnit);
 }

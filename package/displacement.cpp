@@ -52,20 +52,18 @@ void AppendCorona(PackageContext& package, JsonMembers& members, Modifier& modif
         members.AddBool(L"displacement_found", true);
 }
 
-std::wstring ModifierJson(PackageContext& package, Modifier& modifier, DisplacementKind kind) {
+void AppendModifier(PackageContext& package, std::wstring& out, Modifier& modifier,
+                    DisplacementKind kind) {
     JsonMembers members;
     if (kind == DisplacementKind::VRay)
         AppendVRay(package, members, modifier);
     else
         AppendCorona(package, members, modifier);
-    std::wstring text = L"{";
     for (size_t i = 0; i < members.size(); ++i) {
-        if (i > 0)
-            text += L',';
-        text += members[i];
+        out += i == 0 ? L'{' : L',';
+        out += members[i];
     }
-    text += L'}';
-    return text;
+    out += L'}';
 }
 
 } // namespace
@@ -74,16 +72,15 @@ bool IsDisplacementModifier(const std::wstring& className) {
     return KindOf(className) != DisplacementKind::None;
 }
 
-std::wstring ProbeDisplacementJson(PackageContext& package, INode& node) {
-    std::wstring text = L"null";
-    AnyModifier(node.GetObjectRef(), [&](Modifier& modifier) {
+void ProbeDisplacementJson(PackageContext& package, std::wstring& out, INode& node) {
+    const bool found = AnyModifier(node.GetObjectRef(), [&](Modifier& modifier) {
         const DisplacementKind kind = KindOf(ClassNameOf(modifier));
-        if (kind == DisplacementKind::None)
-            return false;
-        text = ModifierJson(package, modifier, kind);
-        return true;
+        if (kind != DisplacementKind::None)
+            AppendModifier(package, out, modifier, kind);
+        return kind != DisplacementKind::None;
     });
-    return text;
+    if (!found)
+        out += L"null";
 }
 
 } // namespace brimwave

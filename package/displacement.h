@@ -7,8 +7,8 @@ namespace brimwave {
 /// the mesh as it is.
 [[nodiscard]] bool IsDisplacementModifier(const std::wstring& className);
 
-/// The settings of the first displacement modifier of the node's stack as one JSON object;
+/// Appends the settings of the first displacement modifier of the node's stack as one JSON object;
 /// "null" when the node has none.
-[[nodiscard]] std::wstring ProbeDisplacementJson(PackageContext& package, INode& node);
+void ProbeDisplacementJson(PackageContext& package, std::wstring& out, INode& node);
 
 } // namespace brimwave

@@ -90,7 +90,7 @@ IesProfile ReadIesProfile(PackageContext& package, Animatable& light, std::wstri
     IesProfile profile;
     ParamValue path = package.params.FindParamValue(&light, parameter);
     profile.stored = std::move(path.stringValue);
-    profile.resolved = ResolveAssetPath(profile.stored, AssetKind::Photometric);
+    profile.resolved = package.assets.Resolve(profile.stored, AssetKind::Photometric);
     if (profile.resolved)
         profile.bytes = ReadBytes(*profile.resolved);
     return profile;

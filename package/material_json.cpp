@@ -24,7 +24,7 @@ void AppendSubMaterial(PackageContext& package, std::wstring& out, Mtl* material
     AppendJsonInt(out, position);
     out += L",\n"sv;
     AppendNamed(out, L"        \"material_name\": "sv,
-                material ? HostText(material->GetName()) : std::wstring());
+                HostView(material ? material->GetName() : MSTR()));
     out += L"        \"node_tree\": "sv;
     AppendNodeJson(package, out, material, 3);
     out += L"\n      }"sv;
@@ -32,7 +32,7 @@ void AppendSubMaterial(PackageContext& package, std::wstring& out, Mtl* material
 
 void AppendMulti(PackageContext& package, std::wstring& out, Mtl& material) {
     out += L"{\n      \"type\": \"Multimaterial\",\n"sv;
-    AppendNamed(out, L"      \"name\": "sv, HostText(material.GetName()));
+    AppendNamed(out, L"      \"name\": "sv, HostView(material.GetName()));
     out += L"      \"sub_materials\": [\n"sv;
     const int count = material.NumSubMtls();
     for (int i = 0; i < count; ++i) {
@@ -47,7 +47,7 @@ void AppendSingle(PackageContext& package, std::wstring& out, Mtl& material,
                   std::wstring_view className) {
     out += L"{\n"sv;
     AppendNamed(out, L"      \"type\": "sv, className);
-    AppendNamed(out, L"      \"name\": "sv, HostText(material.GetName()));
+    AppendNamed(out, L"      \"name\": "sv, HostView(material.GetName()));
     out += L"      \"node_tree\": "sv;
     AppendNodeJson(package, out, &material, 2);
     out += L"\n    }"sv;
@@ -64,11 +64,11 @@ void AppendMaterialJson(PackageContext& package, std::wstring& out, Mtl* materia
     const size_t start = out.size();
     const size_t mark = package.registry.Mark();
     try {
-        const std::wstring className = ClassNameOf(*material);
-        if (IsMultiMaterial(className))
+        const MSTR className = HostClassName(*material);
+        if (IsMultiMaterial(HostView(className)))
             AppendMulti(package, out, *material);
         else
-            AppendSingle(package, out, *material, className);
+            AppendSingle(package, out, *material, HostView(className));
     } catch (...) {
         package.registry.RollBack(mark);
         errors.emplace_back(L"buildMaterialJson exception");

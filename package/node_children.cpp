@@ -12,10 +12,11 @@ using namespace std::literals;
 /// Builds the pieces of one node.
 class ChildCollector {
   public:
-    ChildCollector(PackageContext& package, MtlBase& object, const std::wstring& indent)
-        : package_(package), object_(object), indent_(indent) {}
+    ChildCollector(PackageContext& package, NodeChildren& out, MtlBase& object,
+                   std::wstring_view indent)
+        : package_(package), object_(object), indent_(indent), out_(out) {}
 
-    NodeChildren Collect(std::wstring_view className) {
+    void Collect(std::wstring_view className) {
         if (className == L"MultiTexture" && object_.SuperClassID() == TEXMAP_CLASS_ID)
             AddTextureList();
         const std::vector<Slot> slots = ReadSlots();
@@ -26,9 +27,7 @@ class ChildCollector {
         if (object_.SuperClassID() == MATERIAL_CLASS_ID)
             AddLayers(static_cast<Mtl&>(object_), className);
         if (childCount_ > 0)
-            text_ += L"\n" + indent_ + L"}";
-        result_.after = std::move(text_);
-        return std::move(result_);
+            Append({L"\n"sv, indent_, L"}"sv});
     }
 
   private:
@@ -38,20 +37,23 @@ class ChildCollector {
         bool enabled;
     };
 
-    /// What was gathered since the last child leads up to this one.
-    void AddChild(MtlBase* child) {
-        result_.pieces.push_back({std::move(text_), child});
-        text_.clear();
+    void Append(std::initializer_list<std::wstring_view> parts) {
+        for (const std::wstring_view part : parts)
+            text_ += part;
     }
+
+    void AddChild(MtlBase* child) { out_.children.push_back({text_.size(), child}); }
 
     /// Starts the next member of "children", whose text follows.
     void BeginChildMember() {
-        text_ += childCount_++ == 0 ? L",\n" + indent_ + L"\"children\": {\n" : L",\n";
-        text_ += indent_;
+        if (childCount_++ == 0)
+            Append({L",\n"sv, indent_, L"\"children\": {\n"sv, indent_});
+        else
+            Append({L",\n"sv, indent_});
     }
 
     void AddTextureList() {
-        text_ += L",\n" + indent_ + L"\"textures\": [\n";
+        Append({L",\n"sv, indent_, L"\"textures\": [\n"sv});
         bool first = true;
         const int count = object_.NumSubTexmaps();
         for (int i = 0; i < count; ++i) {
@@ -88,7 +90,10 @@ class ChildCollector {
         for (const Slot& slot : slots) {
             if (slot.enabled)
                 continue;
-            text_ += first ? L",\n" + indent_ + L"\"disabled_slots\": [" : L", ";
+            if (first)
+                Append({L",\n"sv, indent_, L"\"disabled_slots\": ["sv});
+            else
+                text_ += L", "sv;
             first = false;
             AppendJsonString(text_, slot.name);
         }
@@ -112,30 +117,29 @@ class ChildCollector {
 
     void AddLayer(int number, const Layer& layer) {
         BeginChildMember();
-        text_ += L"  \"layer_" + std::to_wstring(number) + L"\": {\n" + indent_;
-        text_ += L"    \"material\": "sv;
+        Append({L"  \"layer_"sv, std::to_wstring(number), L"\": {\n"sv, indent_,
+                L"    \"material\": "sv});
         AddChild(layer.material);
-        if (layer.enabled) {
-            text_ += L",\n" + indent_ + L"    \"enabled\": ";
-            text_ += BoolToJson(*layer.enabled);
-        }
-        text_ += L",\n" + indent_ + L"    \"blend_amount\": " + layer.amount;
-        text_ += L"\n" + indent_ + L"  }";
+        if (layer.enabled)
+            Append({L",\n"sv, indent_, L"    \"enabled\": "sv, BoolToJson(*layer.enabled)});
+        Append({L",\n"sv, indent_, L"    \"blend_amount\": "sv, layer.amount, L"\n"sv, indent_,
+                L"  }"sv});
     }
 
     PackageContext& package_;
     MtlBase& object_;
-    const std::wstring& indent_;
-    NodeChildren result_;
-    std::wstring text_; // since the last child
+    std::wstring_view indent_;
+    NodeChildren& out_;
+    std::wstring& text_ = out_.text;
     int childCount_ = 0;
 };
 
 } // namespace
 
-NodeChildren CollectChildren(PackageContext& package, MtlBase& object, std::wstring_view className,
-                             const std::wstring& indent) {
-    return ChildCollector(package, object, indent).Collect(className);
+void CollectChildren(PackageContext& package, NodeChildren& out, MtlBase& object,
+                     std::wstring_view className, std::wstring_view indent) {
+    out.Clear();
+    ChildCollector(package, out, object, indent).Collect(className);
 }
 
 } // namespace brimwave

@@ -9,34 +9,23 @@ namespace {
 
 using namespace std::literals;
 
-std::wstring Indent(int depth) {
-    return std::wstring(2 * static_cast<size_t>(depth), L' ');
-}
-
-/// A node whose head is written and whose children are being written.
-struct OpenNode {
-    NodeChildren children;
-    size_t next = 0;
-    int depth = 0;
-};
-
 class NodeWriter {
   public:
-    NodeWriter(PackageContext& package, std::wstring& out) : package_(package), out_(out) {}
+    NodeWriter(PackageContext& package, std::wstring& out)
+        : package_(package), scratch_(package.nodeScratch), out_(out) {}
 
     void Write(MtlBase* object, int depth) {
         Begin(object, depth);
-        while (!open_.empty()) {
-            OpenNode& node = open_.back();
-            if (node.next < node.children.pieces.size()) {
-                const ChildPiece& piece = node.children.pieces[node.next++];
-                out_ += piece.before;
-                Begin(piece.object, node.depth + 1); // may move `node` and `piece`
+        while (openCount_ > 0) {
+            OpenNode& node = scratch_.open[openCount_ - 1];
+            out_ += node.children.TextBefore(node.next);
+            if (node.next < node.children.children.size()) {
+                MtlBase* const child = node.children.children[node.next++].object;
+                Begin(child, node.depth + 1); // may move `node`
                 continue;
             }
-            out_ += node.children.after;
             End(node.depth);
-            open_.pop_back();
+            --openCount_;
         }
     }
 
@@ -54,21 +43,25 @@ class NodeWriter {
             return;
         }
         const int id = package_.registry.Add(object);
-        const std::wstring className = ClassNameOf(*object);
-        WriteHead(*object, className, id, depth);
-        NodeChildren children = CollectChildren(package_, *object, className, Indent(depth));
-        if (children.pieces.empty()) {
-            out_ += children.after;
-            End(depth);
-        } else {
-            open_.push_back({std::move(children), 0, depth});
-        }
+        const MSTR className = HostClassName(*object);
+        WriteHead(*object, HostView(className), id, depth);
+        Open(*object, HostView(className), depth);
     }
 
-    void WriteHead(MtlBase& object, const std::wstring& className, int id, int depth) {
+    void Open(MtlBase& object, std::wstring_view className, int depth) {
+        if (scratch_.open.size() == openCount_)
+            scratch_.open.emplace_back();
+        OpenNode& node = scratch_.open[openCount_];
+        CollectChildren(package_, node.children, object, className, Indent(depth));
+        node.next = 0;
+        node.depth = depth;
+        ++openCount_;
+    }
+
+    void WriteHead(MtlBase& object, std::wstring_view className, int id, int depth) {
         const bool isMaterial = object.SuperClassID() == MATERIAL_CLASS_ID;
-        const std::wstring type = NormaliseClassName(className, isMaterial);
-        const std::wstring indent = Indent(depth);
+        const std::wstring_view type = NormaliseClassName(className, isMaterial);
+        const std::wstring_view indent = Indent(depth);
         out_ += L"{\n"sv;
         out_ += indent;
         out_ += L"\"node_id\": "sv;
@@ -80,26 +73,34 @@ class NodeWriter {
         out_ += L",\n"sv;
         out_ += indent;
         out_ += L"\"name\": "sv;
-        AppendJsonString(out_, HostText(object.GetName()));
-        members_.clear();
-        WriteClassParams(package_, members_, object, type);
-        for (size_t i = 0; i < members_.size(); ++i) {
+        AppendJsonString(out_, HostView(object.GetName()));
+        JsonMembers& members = scratch_.members;
+        members.clear();
+        WriteClassParams(package_, members, object, type);
+        if (!members.empty()) {
             out_ += L",\n"sv;
-            out_ += indent;
-            out_ += members_[i];
+            AppendJoined(out_, members, indent);
         }
+    }
+
+    /// Valid until a deeper one is asked for.
+    std::wstring_view Indent(int depth) {
+        const size_t blanks = 2 * static_cast<size_t>(depth);
+        if (scratch_.blanks.size() < blanks)
+            scratch_.blanks.resize(2 * blanks, L' ');
+        return std::wstring_view(scratch_.blanks).substr(0, blanks);
     }
 
     void End(int depth) {
         out_ += L'\n';
-        out_.append(2 * static_cast<size_t>(depth), L' ');
+        out_ += Indent(depth);
         out_ += L'}';
     }
 
     PackageContext& package_;
+    NodeScratch& scratch_;
     std::wstring& out_;
-    std::vector<OpenNode> open_; // from the root of the tree down to the node at hand
-    JsonMembers members_;
+    size_t openCount_ = 0;
 };
 
 } // namespace

@@ -15,7 +15,7 @@ using namespace std::literals;
 
 void AppendObjectClass(std::wstring& out, INode& node, TimeValue time) {
     if (Object* const object = node.EvalWorldState(time, TRUE).obj)
-        out += ClassNameOf(*object);
+        out += HostView(HostClassName(*object));
 }
 
 void AppendErrors(std::wstring& out, const std::vector<std::wstring>& errors) {
@@ -79,12 +79,12 @@ void ObjectEntryWriter::AppendMaterialIds(INode& node) {
 
 void ObjectEntryWriter::ReadParts(INode& node) {
     errors_.clear();
-    ReadOr(name_, L"object_name", L"", [&] { name_ += NodeName(node); });
+    ReadOr(name_, L"object_name", L"", [&] { name_ += HostView(node.GetName()); });
     ReadOr(materialIds_, L"material_ids", L"[]", [&] { AppendMaterialIds(node); });
     ReadOr(material_, L"material", L"null",
            [&] { AppendMaterialJson(package_, material_, node.GetMtl(), errors_); });
     ReadOr(displacement_, L"displacement_mod", L"null",
-           [&] { displacement_ += ProbeDisplacementJson(package_, node); });
+           [&] { ProbeDisplacementJson(package_, displacement_, node); });
     ReadOr(className_, L"object_class", L"",
            [&] { AppendObjectClass(className_, node, package_.Time()); });
 }

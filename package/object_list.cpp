@@ -1,7 +1,10 @@
 #include "package/object_list.h"
 
 #include "host/sdk_compat.h"
+#include "host/text.h"
 
+#include <algorithm>
+#include <charconv>
 #include <memory_resource>
 #include <unordered_map>
 
@@ -17,29 +20,32 @@ class UsedNames {
     /// Null when the name is taken for the first time, else a name of its own, which is taken too.
     /// It stays where it is until the end.
     const std::pmr::wstring* Take(std::wstring_view name) {
-        const auto [entry, isNew] = next_.try_emplace(std::pmr::wstring(name, &memory_), 1);
-        if (isNew)
+        const auto taken = next_.find(name);
+        if (taken == next_.end()) {
+            next_.emplace(name, 1);
             return nullptr;
-        int& number = entry->second;
-        for (;;) {
-            std::pmr::wstring candidate(name, &memory_);
-            candidate += Suffix(number++);
-            const auto [own, isFree] = next_.try_emplace(std::move(candidate), 1);
-            if (isFree)
-                return &own->first;
         }
+        do
+            SetCandidate(name, taken->second++);
+        while (next_.contains(std::wstring_view(candidate_)));
+        return &next_.emplace(std::wstring_view(candidate_), 1).first->first;
     }
 
   private:
-    /// "_%03d"
-    static std::wstring Suffix(int number) {
-        const std::wstring digits = std::to_wstring(number);
-        const size_t zeros = digits.size() < 3 ? 3 - digits.size() : 0;
-        return L"_" + std::wstring(zeros, L'0') + digits;
+    /// The name followed by "_%03d".
+    void SetCandidate(std::wstring_view name, int number) {
+        char digits[16];
+        const char* const end = std::to_chars(digits, std::end(digits), number).ptr;
+        candidate_.assign(name);
+        candidate_ += L'_';
+        candidate_.append(static_cast<size_t>(std::max<std::ptrdiff_t>(3 - (end - digits), 0)),
+                          L'0');
+        candidate_.append(static_cast<const char*>(digits), end);
     }
 
     std::pmr::monotonic_buffer_resource memory_; // many small pieces that live equally long
-    std::pmr::unordered_map<std::pmr::wstring, int> next_;
+    std::pmr::unordered_map<std::pmr::wstring, int, TextHash, std::equal_to<>> next_;
+    std::wstring candidate_;
 };
 
 SceneNode Classify(INode& node, TimeValue time, PackageLog& log) {
@@ -130,10 +136,10 @@ void MakeNamesUnique(const std::vector<INode*>& nodes, PackageLog& log) {
     int renamed = 0;
     for (INode* const node : nodes) {
         try {
-            const std::wstring name = NodeName(*node);
-            const std::pmr::wstring* const own = names.Take(name);
+            const std::pmr::wstring* const own = names.Take(HostView(node->GetName()));
             if (!own)
                 continue;
+            const std::wstring name = NodeName(*node); // the host's own goes with the renaming
             node->SetName(own->c_str());
             ++renamed;
             log.Add({L"WARNING: Duplicate name - renamed '", name, L"' to '", *own, L"' in scene"});

@@ -14,12 +14,6 @@ constexpr const wchar_t* slotTables[] = {L"mapEnables", L"mapEnabled", L"Enables
 // One switch for the only map of a class.
 constexpr const wchar_t* soleSwitches[] = {L"texmapOn", L"mapEnabled", L"Enabled"};
 
-std::wstring Joined(std::wstring_view a, std::wstring_view b) {
-    std::wstring text(a);
-    text += b;
-    return text;
-}
-
 /// "maps" -> "map", "mapList" -> "map"; empty when the name has no plural ending.
 std::wstring_view Singular(std::wstring_view name) {
     for (const std::wstring_view ending : {L"List", L"s"})
@@ -54,7 +48,14 @@ const TexmapParam* SlotFlags::TakeParamOf(Texmap* map) {
     return nullptr;
 }
 
-std::optional<bool> SlotFlags::ReadFlag(const std::wstring& name) {
+/// Valid until the next call.
+std::wstring_view SlotFlags::Joined(std::wstring_view a, std::wstring_view b) {
+    joined_.assign(a);
+    joined_ += b;
+    return joined_;
+}
+
+std::optional<bool> SlotFlags::ReadFlag(std::wstring_view name) {
     const ParamValue value = params_.FindParamValue(&object_, name);
     if (value.kind == ParamKind::Bool)
         return value.boolValue;
@@ -63,7 +64,7 @@ std::optional<bool> SlotFlags::ReadFlag(const std::wstring& name) {
     return std::nullopt;
 }
 
-std::optional<bool> SlotFlags::ReadTableFlag(const std::wstring& name, int index) {
+std::optional<bool> SlotFlags::ReadTableFlag(std::wstring_view name, int index) {
     const ParamValue value = params_.GetTabParamValue(&object_, name, index);
     if (value.kind == ParamKind::Bool)
         return value.boolValue;

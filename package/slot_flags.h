@@ -23,13 +23,15 @@ class SlotFlags {
     const TexmapParam* TakeParamOf(Texmap* map);
     std::optional<bool> ScalarFlag(std::wstring_view stem);
     std::optional<bool> TableFlag(std::wstring_view stem, int index);
-    std::optional<bool> ReadFlag(const std::wstring& name);
-    std::optional<bool> ReadTableFlag(const std::wstring& name, int index);
+    std::wstring_view Joined(std::wstring_view a, std::wstring_view b);
+    std::optional<bool> ReadFlag(std::wstring_view name);
+    std::optional<bool> ReadTableFlag(std::wstring_view name, int index);
 
     ParamReader& params_;
     MtlBase& object_;
     std::vector<TexmapParam> texmaps_; // listed when the first slot with a map is asked for
     bool listed_ = false;
+    std::wstring joined_; // kept for its memory
 };
 
 } // namespace brimwave

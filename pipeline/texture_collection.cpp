@@ -83,14 +83,14 @@ class Collection {
 
   private:
     /// The first of the places where the file may be that has it; nothing when none has.
-    [[nodiscard]] std::optional<std::wstring> Find(const std::wstring& path) const {
-        if (PathExists(path))
+    [[nodiscard]] std::optional<std::wstring> Find(const std::wstring& path) {
+        if (assets_.Exists(path))
             return path;
         if (!sceneFolder_.empty())
             for (const std::wstring_view name : {std::wstring_view(path), FileNameOf(path)})
                 if (std::wstring beside = sceneFolder_ + std::wstring(name); PathExists(beside))
                     return beside;
-        if (std::wstring resolved = ResolvedByHost(path); PathExists(resolved))
+        if (std::wstring resolved = ResolvedByHost(path); assets_.Exists(resolved))
             return resolved;
         return std::nullopt;
     }
@@ -109,6 +109,7 @@ class Collection {
     }
 
     ParamReader params_;
+    AssetFinder assets_;
     std::wstring folder_;
     std::wstring sceneFolder_;
     std::unordered_set<std::wstring> stored_;  // paths as the maps hold them

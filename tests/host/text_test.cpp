@@ -1,4 +1,3 @@
-#include "host/asset_paths.h"
 #include "host/script.h"
 #include "host/text.h"
 
@@ -50,13 +49,6 @@ TEST(ParseFloat, ReadsTheHead) {
         EXPECT_EQ(ParseFloat(row.text, value), row.ok) << WideToUtf8(row.text);
         EXPECT_EQ(value, row.value) << WideToUtf8(row.text);
     }
-}
-
-TEST(FileNameOf, TakesWhatFollowsTheLastSeparator) {
-    EXPECT_EQ(FileNameOf(L"C:\\maps\\wood.png"), L"wood.png");
-    EXPECT_EQ(FileNameOf(L"C:\\maps/sub/wood.png"), L"wood.png");
-    EXPECT_EQ(FileNameOf(L"wood.png"), L"wood.png");
-    EXPECT_EQ(FileNameOf(L"maps\\"), L"");
 }
 
 TEST(EscapeScriptString, NoNameEndsTheString) {

@@ -1,0 +1,34 @@
+#include "host/asset_paths.h"
+
+#include "tests/support/temp_folder.h"
+
+#include <max.h>
+
+#include <gtest/gtest.h>
+
+namespace brimwave {
+namespace {
+
+TEST(FileNameOf, TakesWhatFollowsTheLastSeparator) {
+    EXPECT_EQ(FileNameOf(L"C:\\maps\\wood.png"), L"wood.png");
+    EXPECT_EQ(FileNameOf(L"C:\\maps/sub/wood.png"), L"wood.png");
+    EXPECT_EQ(FileNameOf(L"wood.png"), L"wood.png");
+    EXPECT_EQ(FileNameOf(L"maps\\"), L"");
+    EXPECT_EQ(FileNameOf(L""), L"");
+}
+
+TEST(AssetFinder, LooksIntoAMissingFolderOnce) {
+    testing::TempFolder folder;
+    AssetFinder finder;
+    EXPECT_FALSE(finder.Exists(L""));
+    EXPECT_FALSE(finder.Exists(folder.Path(L"late.png")));
+    EXPECT_FALSE(finder.Exists(folder.Path(L"maps\\wood.png")));
+    folder.Write(L"late.png", "x");
+    folder.Write(L"maps\\wood.png", "x");
+    EXPECT_TRUE(finder.Exists(folder.Path(L"late.png")));
+    EXPECT_FALSE(finder.Exists(folder.Path(L"maps\\wood.png")));
+    EXPECT_TRUE(AssetFinder().Exists(folder.Path(L"maps\\wood.png")));
+}
+
+} // namespace
+} // namespace brimwave
