@@ -1,50 +1,85 @@
 #include "package/object_list.h"
 
 #include "host/sdk_compat.h"
-#include "host/text.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
+#include <cstdint>
 #include <memory_resource>
-#include <unordered_map>
 
 namespace brimwave {
 namespace {
 
 /// Names taken so far, and for each which number to try next when it comes again: all lower ones
-/// stay taken.
+/// stay taken. A flat table: with many names, each step to another place in memory counts.
 class UsedNames {
   public:
-    explicit UsedNames(size_t expected) : next_(&memory_) { next_.reserve(expected); }
+    /// `most`: names that will be taken.
+    explicit UsedNames(size_t most) : slots_(std::bit_ceil(2 * most + 1)) { names_.reserve(most); }
 
     /// Null when the name is taken for the first time, else a name of its own, which is taken too.
     /// It stays where it is until the end.
-    const std::pmr::wstring* Take(std::wstring_view name) {
-        const auto taken = next_.find(name);
-        if (taken == next_.end()) {
-            next_.emplace(name, 1);
+    const wchar_t* Take(std::wstring_view text) {
+        Slot* slot = &Find(text);
+        if (slot->place == 0) {
+            Enter(*slot, text);
             return nullptr;
         }
-        do
-            SetCandidate(name, taken->second++);
-        while (next_.contains(std::wstring_view(candidate_)));
-        return &next_.emplace(std::wstring_view(candidate_), 1).first->first;
+        int& number = names_[slot->place - 1].nextNumber;
+        do {
+            SetCandidate(text, number++);
+            slot = &Find(candidate_);
+        } while (slot->place != 0);
+        return Enter(*slot, candidate_);
     }
 
   private:
+    struct Name {
+        std::wstring_view text;
+        int nextNumber = 1;
+    };
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t place = 0; // in the list, from 1; 0: free
+    };
+
+    /// The name's slot, or the free one where it belongs.
+    Slot& Find(std::wstring_view text) {
+        const std::uint64_t hash = std::hash<std::wstring_view>{}(text);
+        const auto upper = static_cast<std::uint32_t>(hash >> 32);
+        for (size_t i = hash;; ++i) {
+            Slot& slot = slots_[i & (slots_.size() - 1)];
+            if (slot.place == 0)
+                slot.hash = upper;
+            if (slot.place == 0 || (slot.hash == upper && names_[slot.place - 1].text == text))
+                return slot;
+        }
+    }
+
+    const wchar_t* Enter(Slot& slot, std::wstring_view text) {
+        auto* const copy = static_cast<wchar_t*>(
+            memory_.allocate((text.size() + 1) * sizeof(wchar_t), alignof(wchar_t)));
+        *std::copy(text.begin(), text.end(), copy) = L'\0';
+        names_.push_back({{copy, text.size()}});
+        slot.place = static_cast<std::uint32_t>(names_.size());
+        return copy;
+    }
+
     /// The name followed by "_%03d".
     void SetCandidate(std::wstring_view name, int number) {
         char digits[16];
         const char* const end = std::to_chars(digits, std::end(digits), number).ptr;
+        const std::ptrdiff_t zeros = std::max<std::ptrdiff_t>(3 - (end - digits), 0);
         candidate_.assign(name);
         candidate_ += L'_';
-        candidate_.append(static_cast<size_t>(std::max<std::ptrdiff_t>(3 - (end - digits), 0)),
-                          L'0');
+        candidate_.append(static_cast<size_t>(zeros), L'0');
         candidate_.append(static_cast<const char*>(digits), end);
     }
 
-    std::pmr::monotonic_buffer_resource memory_; // many small pieces that live equally long
-    std::pmr::unordered_map<std::pmr::wstring, int, TextHash, std::equal_to<>> next_;
+    std::pmr::monotonic_buffer_resource memory_; // the texts, which live equally long
+    std::vector<Name> names_;
+    std::vector<Slot> slots_; // at most half of them taken
     std::wstring candidate_;
 };
 
@@ -136,13 +171,13 @@ void MakeNamesUnique(const std::vector<INode*>& nodes, PackageLog& log) {
     int renamed = 0;
     for (INode* const node : nodes) {
         try {
-            const std::pmr::wstring* const own = names.Take(HostView(node->GetName()));
+            const wchar_t* const own = names.Take(HostView(node->GetName()));
             if (!own)
                 continue;
             const std::wstring name = NodeName(*node); // the host's own goes with the renaming
-            node->SetName(own->c_str());
+            node->SetName(own);
             ++renamed;
-            log.Add({L"WARNING: Duplicate name - renamed '", name, L"' to '", *own, L"' in scene"});
+            log.Add({L"WARNING: Duplicate name - renamed '", name, L"' to '", own, L"' in scene"});
         } catch (...) {
             log.Add(L"WARNING: An object could not be given a name of its own");
         }
