@@ -59,8 +59,10 @@ void AppendModifier(PackageContext& package, std::wstring& out, Modifier& modifi
         AppendVRay(package, members, modifier);
     else
         AppendCorona(package, members, modifier);
+    out += L'{';
     for (size_t i = 0; i < members.size(); ++i) {
-        out += i == 0 ? L'{' : L',';
+        if (i > 0)
+            out += L',';
         out += members[i];
     }
     out += L'}';

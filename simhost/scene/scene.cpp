@@ -203,8 +203,11 @@ std::vector<SceneNode*> Scene::Selection() const {
 }
 
 void Scene::Renamed(const SceneNode& node, std::wstring oldName) {
-    if (&node != root_.get())
-        renamings_.push_back({node.nodeHandle_, std::move(oldName)});
+    if (&node == root_.get())
+        return;
+    if (renamings_.size() > 2 * nodes_.size()) // or they grow for as long as nobody looks
+        EnterRenamings();
+    renamings_.push_back({node.nodeHandle_, std::move(oldName)});
 }
 
 void Scene::EnterRenamings() const {
