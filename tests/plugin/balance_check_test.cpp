@@ -65,7 +65,8 @@ class BalanceCheckTest : public ::testing::Test {
             Sleep(1);
     }
     /// Blocks that a check leaves behind, after its thread has ended. The runtime keeps some for
-    /// the first thread.
+    /// the first thread. On a busy machine an earlier thread may still hold a few when counting
+    /// begins, fewer than ten leaks.
     template <typename Run>
     static void ExpectNoLeak(const char* what, const Run& run) {
         run();
@@ -73,9 +74,9 @@ class BalanceCheckTest : public ::testing::Test {
         const long before = LiveBlocks();
         for (int i = 0; i < 10; ++i)
             run();
-        for (int i = 0; i < 200 && LiveBlocks() != before; ++i)
+        for (int i = 0; i < 200 && LiveBlocks() > before; ++i)
             Sleep(5);
-        EXPECT_EQ(LiveBlocks(), before) << what;
+        EXPECT_LE(LiveBlocks(), before) << what;
     }
 
     HWND window_ = nullptr;
