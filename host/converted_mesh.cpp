@@ -2,18 +2,14 @@
 
 namespace brimwave {
 
-ConvertedMesh::ConvertedMesh(Object* source, TimeValue time) {
-    if (!source || !source->CanConvertToType(triObjectClassID))
-        return;
-    Object* const converted = source->ConvertToType(time, triObjectClassID);
-    if (converted != source)
-        made_ = converted;
-    triangles_ = static_cast<TriObject*>(converted); // as the host promises for that id
+ConvertedMesh::ConvertedMesh(Object* source, TimeValue time) : source_(source) {
+    if (source && source->CanConvertToType(triObjectClassID)) // the host then gives a TriObject
+        triangles_ = static_cast<TriObject*>(source->ConvertToType(time, triObjectClassID));
 }
 
 ConvertedMesh::~ConvertedMesh() {
-    if (made_)
-        made_->MaybeAutoDelete();
+    if (triangles_ && triangles_ != source_)
+        triangles_->MaybeAutoDelete();
 }
 
 } // namespace brimwave

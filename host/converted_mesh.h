@@ -18,9 +18,10 @@ class ConvertedMesh {
     /// Null when the object is none and cannot become one; the source itself when it is one.
     [[nodiscard]] TriObject* Triangles() const { return triangles_; }
     [[nodiscard]] Mesh* Get() const { return triangles_ ? &triangles_->GetMesh() : nullptr; }
+    [[nodiscard]] Object* Source() const { return source_; }
 
   private:
-    Object* made_ = nullptr;
+    Object* source_;
     TriObject* triangles_ = nullptr;
 };
 

@@ -7,8 +7,7 @@ namespace brimwave {
 namespace {
 
 /// The node's result in its own space; null when only the result in the world is to be had.
-Object* EvaluatedObject(INode& node, TimeValue time) {
-    Object* const object = node.GetObjectRef();
+Object* EvaluatedObject(INode& node, Object* object, TimeValue time) {
     if (!object || !IsStack(*object))
         return object;
     return node.GetWSMDerivedObject() ? nullptr : node.EvalWorldState(time).obj;
@@ -17,12 +16,9 @@ Object* EvaluatedObject(INode& node, TimeValue time) {
 } // namespace
 
 MeshSource::MeshSource(INode& node, TimeValue time)
-    : MeshSource(node.GetObjectRef(), EvaluatedObject(node, time), time) {}
-
-MeshSource::MeshSource(Object* object, Object* evaluated, TimeValue time)
-    : object_(object), mesh_(evaluated, time) {
+    : object_(node.GetObjectRef()), mesh_(EvaluatedObject(node, object_, time), time) {
     if (Get())
-        className_ = ClassNameOf(*evaluated); // which may be gone when it is asked for
+        className_ = ClassNameOf(*mesh_.Source()); // which may be gone when it is asked for
 }
 
 void MeshSource::TellOfChange() const {

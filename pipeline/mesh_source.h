@@ -24,8 +24,6 @@ class MeshSource {
     [[nodiscard]] const std::wstring& ClassName() const { return className_; }
 
   private:
-    MeshSource(Object* object, Object* evaluated, TimeValue time);
-
     Object* object_;
     ConvertedMesh mesh_;
     std::wstring className_;
