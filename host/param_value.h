@@ -37,18 +37,21 @@ struct ParamValue {
 
     explicit operator bool() const { return kind != ParamKind::None; }
 
+    /// The value of a whole number or a flag (1 or 0); empty for any other kind.
+    [[nodiscard]] std::optional<std::int32_t> Whole() const {
+        if (kind == ParamKind::Int)
+            return intValue;
+        if (kind == ParamKind::Bool)
+            return boolValue ? 1 : 0;
+        return std::nullopt;
+    }
+
     /// The value of a number or a flag (1 or 0); empty for any other kind.
     [[nodiscard]] std::optional<float> Number() const {
-        switch (kind) {
-        case ParamKind::Float:
+        if (kind == ParamKind::Float)
             return floatValue;
-        case ParamKind::Int:
-            return static_cast<float>(intValue);
-        case ParamKind::Bool:
-            return boolValue ? 1.0f : 0.0f;
-        default:
-            return std::nullopt;
-        }
+        const auto whole = Whole();
+        return whole ? std::optional(static_cast<float>(*whole)) : std::nullopt;
     }
 };
 

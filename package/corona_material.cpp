@@ -135,21 +135,13 @@ constexpr ParamRow sourceRows[] = {{L"roughnessMode"}, {L"baseRoughness"}, {L"cl
                                    {L"iorMode"},       {L"baseIor"},       {L"metalnessMode"}};
 using Sources = std::array<ParamValue, std::size(sourceRows)>;
 
-std::optional<int> IntOf(const ParamValue& value) {
-    if (value.kind == ParamKind::Int)
-        return value.intValue;
-    if (value.kind == ParamKind::Bool)
-        return value.boolValue ? 1 : 0;
-    return std::nullopt;
-}
-
 std::optional<float> FloatOf(const ParamValue& value) {
     return value.kind == ParamKind::Float ? std::optional(value.floatValue) : std::nullopt;
 }
 
 /// Glossiness and roughness each as its key says, whichever of them the material stores.
 void AppendRoughness(JsonMembers& members, const Sources& sources) {
-    const auto mode = IntOf(sources[RoughnessMode]);
+    const auto mode = sources[RoughnessMode].Whole();
     const bool storesGlossiness = mode == glossinessMode;
     if (mode)
         members.AddInt(L"roughness_mode", *mode);
@@ -167,7 +159,7 @@ float IndexOfRefraction(float specular) {
 
 /// The index of refraction of the base, whichever way the material stores it.
 void AppendIor(JsonMembers& members, const Sources& sources) {
-    const auto mode = IntOf(sources[IorMode]);
+    const auto mode = sources[IorMode].Whole();
     if (mode)
         members.AddInt(L"ior_mode", *mode);
     if (const auto base = FloatOf(sources[BaseIor]))
@@ -181,7 +173,7 @@ void AppendCoronaMaterial(PackageContext& package, JsonMembers& members, MtlBase
     const Sources sources = package.params.FindParamValues(&material, sourceRows);
     AppendRoughness(members, sources);
     AppendIor(members, sources);
-    if (const auto metal = IntOf(sources[MetalnessMode]))
+    if (const auto metal = sources[MetalnessMode].Whole())
         members.AddInt(L"metalness", *metal);
     package.params.AppendTable(members, &material, valueRows, package.metresPerUnit);
 }

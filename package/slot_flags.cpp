@@ -14,6 +14,11 @@ constexpr const wchar_t* slotTables[] = {L"mapEnables", L"mapEnabled", L"Enables
 // One switch for the only map of a class.
 constexpr const wchar_t* soleSwitches[] = {L"texmapOn", L"mapEnabled", L"Enabled"};
 
+std::optional<bool> AsSwitch(const ParamValue& value) {
+    const auto whole = value.Whole();
+    return whole ? std::optional(*whole != 0) : std::nullopt;
+}
+
 /// "maps" -> "map", "mapList" -> "map"; empty when the name has no plural ending.
 std::wstring_view Singular(std::wstring_view name) {
     for (const std::wstring_view ending : {L"List", L"s"})
@@ -56,21 +61,11 @@ std::wstring_view SlotFlags::Joined(std::wstring_view a, std::wstring_view b) {
 }
 
 std::optional<bool> SlotFlags::ReadFlag(std::wstring_view name) {
-    const ParamValue value = params_.FindParamValue(&object_, name);
-    if (value.kind == ParamKind::Bool)
-        return value.boolValue;
-    if (value.kind == ParamKind::Int)
-        return value.intValue != 0;
-    return std::nullopt;
+    return AsSwitch(params_.FindParamValue(&object_, name));
 }
 
 std::optional<bool> SlotFlags::ReadTableFlag(std::wstring_view name, int index) {
-    const ParamValue value = params_.GetTabParamValue(&object_, name, index);
-    if (value.kind == ParamKind::Bool)
-        return value.boolValue;
-    if (value.kind == ParamKind::Int)
-        return value.intValue != 0;
-    return std::nullopt;
+    return AsSwitch(params_.GetTabParamValue(&object_, name, index));
 }
 
 std::optional<bool> SlotFlags::ScalarFlag(std::wstring_view stem) {
