@@ -91,7 +91,7 @@ void Scene::DeleteNode(SceneNode* node) {
         SetParent(*child, root_.get(), true);
     node->SetTarget(nullptr);
     EnterRenamings();
-    byName_[node->Name()].erase(node->nodeHandle_);
+    ForgetName(node->Name(), node->nodeHandle_);
     ObjectChanges(*node, nullptr);
     if (node->selected_)
         std::erase(selection_, Animatable::GetHandleByAnim(node));
@@ -210,15 +210,18 @@ void Scene::Renamed(const SceneNode& node, std::wstring oldName) {
     renamings_.push_back({node.nodeHandle_, std::move(oldName)});
 }
 
+void Scene::ForgetName(const std::wstring& name, ULONG handle) const {
+    const auto found = byName_.find(name);
+    if (found == byName_.end())
+        return;
+    found->second.erase(handle);
+    if (found->second.empty())
+        byName_.erase(found);
+}
+
 void Scene::EnterRenamings() const {
-    for (const Renaming& renaming : renamings_) {
-        const auto old = byName_.find(renaming.oldName);
-        if (old == byName_.end())
-            continue;
-        old->second.erase(renaming.handle);
-        if (old->second.empty())
-            byName_.erase(old);
-    }
+    for (const Renaming& renaming : renamings_)
+        ForgetName(renaming.oldName, renaming.handle);
     for (const Renaming& renaming : renamings_)
         if (const SceneNode* const node = FindByHandle(renaming.handle))
             byName_[node->Name()].insert(renaming.handle);

@@ -127,6 +127,7 @@ class Scene {
     static unsigned long NextRevision();
     void Renamed(const SceneNode& node, std::wstring oldName);
     void EnterRenamings() const;
+    void ForgetName(const std::wstring& name, ULONG handle) const;
     void ObjectChanges(SceneNode& node, Object* object);
     SceneNode* TwinOf(SceneNode& node, Object* object);
     bool CollapseTo(SceneNode& node, std::wstring_view className);
