@@ -44,17 +44,12 @@ namespace brimwave {
 
 /// Name of a sub-map slot, the same in every language of the host. Empty when it has none.
 template <class SubMaps>
-[[nodiscard]] MSTR HostSlotName(SubMaps& maps, int slot) {
-#if MAX_VERSION_MAJOR < 24
-    return maps.GetSubTexmapSlotName(slot);
-#else
-    return maps.GetSubTexmapSlotName(slot, false);
-#endif
-}
-
-template <class SubMaps>
 [[nodiscard]] std::wstring SlotNameOf(SubMaps& maps, int slot) {
-    return HostText(HostSlotName(maps, slot));
+#if MAX_VERSION_MAJOR < 24
+    return HostText(maps.GetSubTexmapSlotName(slot));
+#else
+    return HostText(maps.GetSubTexmapSlotName(slot, false));
+#endif
 }
 
 /// Length of one system unit in `unit` (one of the host's UNITS_ codes).
