@@ -1,5 +1,6 @@
 # hostsdk: the host's SDK as the product sees it. Which one is chosen here and nowhere else:
-# the vendor's at MAXSDK_PATH, or the stand-in's headers and library in simhost/.
+# the vendor's at MAXSDK_PATH, or the headers and the library of the stand-in host, which in native
+# builds brings the few Windows calls along.
 add_library(hostsdk INTERFACE)
 if(MAXSDK_PATH)
     target_include_directories(hostsdk SYSTEM INTERFACE ${MAXSDK_PATH}/include)
@@ -7,9 +8,5 @@ if(MAXSDK_PATH)
     target_link_libraries(hostsdk INTERFACE
         core geom mesh maxutil paramblk2 gfx assetmanagement Maxscrpt)
 else()
-    target_include_directories(hostsdk INTERFACE ${PROJECT_SOURCE_DIR}/simhost/sdk)
-    if(NOT WIN32)
-        target_include_directories(hostsdk INTERFACE ${PROJECT_SOURCE_DIR}/simhost/posix)
-    endif()
     target_link_libraries(hostsdk INTERFACE simhost_core)
 endif()

@@ -1,10 +1,10 @@
 #include "pipeline/choice_maps.h"
 
+#include "host/attempt.h"
 #include "host/params.h"
 #include "host/sdk_compat.h"
 #include "host/text.h"
 #include "package/slot_flags.h"
-#include "pipeline/attempt.h"
 
 #include <utility>
 

@@ -1,9 +1,9 @@
 #include "pipeline/export_sequence.h"
 
 #include "host/asset_paths.h"
+#include "host/attempt.h"
 #include "host/long_path.h"
 #include "package/scene_package.h"
-#include "pipeline/attempt.h"
 #include "pipeline/export_panel.h"
 #include "pipeline/fbx_export.h"
 #include "pipeline/files.h"

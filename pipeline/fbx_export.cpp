@@ -1,7 +1,7 @@
 #include "pipeline/fbx_export.h"
 
 #include "host/asset_paths.h"
-#include "pipeline/attempt.h"
+#include "host/attempt.h"
 
 #include <max.h>
 

@@ -1,7 +1,7 @@
 #include "pipeline/job_name.h"
 
+#include "host/attempt.h"
 #include "host/sdk_compat.h"
-#include "pipeline/attempt.h"
 
 #include <max.h>
 

@@ -1,7 +1,7 @@
 #include "pipeline/material_names.h"
 
+#include "host/attempt.h"
 #include "host/sdk_compat.h"
-#include "pipeline/attempt.h"
 #include "pipeline/scene_walk.h"
 
 #include <unordered_map>

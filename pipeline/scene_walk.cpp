@@ -1,6 +1,6 @@
 #include "pipeline/scene_walk.h"
 
-#include "pipeline/attempt.h"
+#include "host/attempt.h"
 
 #include <unordered_set>
 #include <vector>

@@ -1,10 +1,10 @@
 #include "pipeline/texture_collection.h"
 
 #include "host/asset_paths.h"
+#include "host/attempt.h"
 #include "host/params.h"
 #include "host/sdk_compat.h"
 #include "host/text.h"
-#include "pipeline/attempt.h"
 #include "pipeline/files.h"
 #include "pipeline/scene_walk.h"
 #include "pipeline/trim.h"

@@ -1,10 +1,10 @@
 #include "pipeline/vertex_colour_bake.h"
 
+#include "host/attempt.h"
 #include "host/modifier_stack.h"
 #include "host/params.h"
 #include "host/sdk_compat.h"
 #include "package/displacement.h"
-#include "pipeline/attempt.h"
 #include "pipeline/choice_maps.h"
 #include "pipeline/mesh_source.h"
 #include "pipeline/scene_walk.h"

@@ -1,7 +1,7 @@
 #include "pipeline/vray_conversion.h"
 
+#include "host/attempt.h"
 #include "host/script.h"
-#include "pipeline/attempt.h"
 #include "pipeline/script_reply.h"
 #include "pipeline/script_text.h"
 

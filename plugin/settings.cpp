@@ -1,6 +1,6 @@
 #include "plugin/settings.h"
 
-#include "pipeline/attempt.h"
+#include "host/attempt.h"
 #include "plugin/profile_encoding.h"
 
 #include <max.h>

@@ -127,7 +127,7 @@ start_devservice() {
 # start_test_service JOBS-FOLDER: the service as the tests under Wine expect it.
 start_test_service() {
     start_devservice "$root/build/native-release/bin/devservice" \
-        --accounts "$root/devservice/accounts.example.json" --jobs "$1" --tls-faults
+        --accounts "$root/standins/devservice/accounts.example.json" --jobs "$1" --tls-faults
     BRIMWAVE_DEVSERVICE_READY=$(windows_path "$service_ready")
     export BRIMWAVE_DEVSERVICE_READY
 }

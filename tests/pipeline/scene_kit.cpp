@@ -1,6 +1,6 @@
 #include "tests/pipeline/scene_kit.h"
 
-#include "pipeline/attempt.h"
+#include "host/attempt.h"
 #include "simhost/files/scene_file.h"
 
 #include <cstdlib>

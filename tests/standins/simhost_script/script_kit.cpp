@@ -1,0 +1,77 @@
+#include "tests/standins/simhost_script/script_kit.h"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+#include "simhost/script/check.h"
+#include "simhost/script/convert.h"
+#include "simhost/script/text.h"
+
+namespace simhost::script {
+namespace {
+
+InterpreterOptions Listening(Limits limits, std::string& output) {
+    InterpreterOptions options;
+    options.limits = limits;
+    options.listener = [&output](std::wstring_view text) { output += ToUtf8(text); };
+    return options;
+}
+
+} // namespace
+
+Engine::Engine(Limits limits) : interpreter_(Listening(limits, output_)) {}
+
+std::string Engine::Run(std::string_view script) {
+    try {
+        return ToUtf8(QuotedText(interpreter_.Run(FromUtf8(script))));
+    } catch (const ScriptError& error) {
+        return "! " + ToUtf8(error.Message());
+    }
+}
+
+std::string Result(std::string_view script) {
+    return Engine().Run(script);
+}
+
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << row.script;
+}
+
+void ExpectResults(std::initializer_list<Row> rows) {
+    for (const Row& row : rows)
+        EXPECT_EQ(Result(row.script), row.result) << "script: " << row.script;
+}
+
+std::string Verdict(std::string_view script) {
+    const auto fault = CheckScript(FromUtf8(script));
+    if (!fault)
+        return "ACCEPT";
+    return std::to_string(fault->Where().line) + ":" + std::to_string(fault->Where().column) + " " +
+           ToUtf8(fault->Message());
+}
+
+Folder::Folder() {
+    static std::atomic<int> count = 0;
+    path_ = std::filesystem::temp_directory_path() /
+            ("mxs_" + std::to_string(getpid()) + "_" + std::to_string(++count));
+    std::filesystem::create_directories(path_);
+}
+
+Folder::~Folder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+std::string Folder::Write(const std::string& name, std::string_view bytes) const {
+    const std::filesystem::path file = path_ / name;
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream out(file, std::ios::binary);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return file.string();
+}
+
+} // namespace simhost::script
