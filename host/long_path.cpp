@@ -6,7 +6,7 @@
 namespace brimwave {
 namespace {
 
-constexpr std::size_t kLongestPlainPath = 247; // folders get 12 characters less than files
+constexpr std::size_t longestPlainPath = 247; // folders get 12 characters less than files
 
 bool HasDotSegment(std::wstring_view path) {
     for (auto at = path.find(L"\\."); at != std::wstring_view::npos; at = path.find(L"\\.", at + 1))
@@ -19,7 +19,7 @@ bool HasDotSegment(std::wstring_view path) {
 } // namespace
 
 std::wstring LongPath(const std::wstring& path) {
-    if (path.size() <= kLongestPlainPath)
+    if (path.size() <= longestPlainPath)
         return path;
     std::wstring full = path;
     std::replace(full.begin(), full.end(), L'/', L'\\');

@@ -11,7 +11,7 @@
 namespace brimwave {
 namespace {
 
-constexpr int kEveryId = -1;
+constexpr int everyId = -1;
 
 std::wstring Quoted(const std::wstring& name) {
     return L"\"" + name + L"\"";
@@ -115,12 +115,12 @@ bool ChoiceMaps::ShowsVertexColours(Mtl& material) {
 
 const FaceChoice* ChoiceMaps::For(Mtl& material, MtlID id) {
     ChoiceOfIds& ofId = materials_[&material];
-    auto at = ofId.find(kEveryId);
+    auto at = ofId.find(everyId);
     if (at == ofId.end())
         at = ofId.find(id);
     if (at == ofId.end()) {
         const Found found = Search(params_, id).From(material);
-        at = ofId.emplace(found.byId ? id : kEveryId, Serve(found.maps)).first;
+        at = ofId.emplace(found.byId ? id : everyId, Serve(found.maps)).first;
     }
     return at->second ? &*at->second : nullptr;
 }
@@ -156,7 +156,7 @@ const ChoiceMap* ChoiceMaps::Read(Texmap& map) {
     if (read->leftOut > 0)
         Note(L"Map " + Quoted(read->name) + L": the last " + std::to_wstring(read->leftOut) +
              L" maps of its list are never chosen, a colour can tell " +
-             std::to_wstring(kMostChoices) + L" apart.");
+             std::to_wstring(mostChoices) + L" apart.");
     return &*read;
 }
 

@@ -23,9 +23,9 @@
 namespace brimwave {
 namespace {
 
-constexpr wchar_t kCaption[] = L"Brimwave Platform";
+constexpr wchar_t caption[] = L"Brimwave Platform";
 
-constexpr wchar_t kBakeQuestion[] =
+constexpr wchar_t bakeQuestion[] =
     L"WARNING!\n\n"
     L"The scene geometry will be baked:\n"
     L"  - Ungroup all groups\n"
@@ -41,7 +41,7 @@ std::optional<std::wstring> AcceptedToken(ExportPanel& panel) {
     std::wstring token(Trimmed(panel.Token()));
     if (token.empty()) {
         panel.ShowMessage(L"Invalid token.\nEnter your token from " + ServiceDashboardAddress(),
-                          kCaption, MessageIcon::None);
+                          caption, MessageIcon::None);
         return std::nullopt;
     }
     const BalanceResult account = FetchBalance(ServiceBaseAddress(), token);
@@ -52,7 +52,7 @@ std::optional<std::wstring> AcceptedToken(ExportPanel& panel) {
     const bool refused = account.error == L"invalid_token" || account.error == L"token_empty";
     panel.ShowMessage(refused ? L"Invalid token.\nUpdate your token at " + ServiceDashboardAddress()
                               : L"Cannot connect to server:\n" + account.error,
-                      kCaption, MessageIcon::None);
+                      caption, MessageIcon::None);
     return std::nullopt;
 }
 
@@ -63,7 +63,7 @@ std::optional<std::wstring> ExistingFolder(ExportPanel& panel) {
         return folder;
     panel.ShowMessage(folder.empty() ? L"Select an Exchange Folder."
                                      : L"Folder does not exist:\n" + folder,
-                      kCaption, MessageIcon::None);
+                      caption, MessageIcon::None);
     return std::nullopt;
 }
 
@@ -110,7 +110,7 @@ class ExportRun {
     bool GeometryBaked() {
         if (!panel_.BakeGeometry())
             return true;
-        if (!panel_.Confirm(kBakeQuestion, L"Bake Geometry"))
+        if (!panel_.Confirm(bakeQuestion, L"Bake Geometry"))
             return false;
         BakeGeometry();
         return true;

@@ -8,15 +8,15 @@
 namespace brimwave {
 namespace {
 
-constexpr wchar_t kRefused[] =
+constexpr wchar_t refused[] =
     L"FBX export failed (FBX exporter not available or export was rejected — is the FBX plugin "
     L"installed in 3ds Max?)";
 
-constexpr wchar_t kNotCreated[] = L"FBX was not created:\n";
-constexpr wchar_t kWhyNotCreated[] = L"\n\nPossible reasons:\n"
-                                     L"• Exchange Folder is not accessible from Windows\n"
-                                     L"• No write permissions\n"
-                                     L"• FBX export settings prohibit export";
+constexpr wchar_t notCreated[] = L"FBX was not created:\n";
+constexpr wchar_t whyNotCreated[] = L"\n\nPossible reasons:\n"
+                                    L"• Exchange Folder is not accessible from Windows\n"
+                                    L"• No write permissions\n"
+                                    L"• FBX export settings prohibit export";
 
 } // namespace
 
@@ -28,9 +28,9 @@ bool ExportFbx(const std::wstring& path, std::wstring& failure) {
             accepted = core->ExportToFile(path.c_str(), TRUE, 0, nullptr);
     });
     if (!accepted)
-        failure = kRefused;
+        failure = refused;
     else if (!PathExists(path))
-        failure = kNotCreated + path + kWhyNotCreated;
+        failure = notCreated + path + whyNotCreated;
     return failure.empty();
 }
 

@@ -8,10 +8,10 @@
 namespace brimwave {
 namespace {
 
-constexpr std::wstring_view kUntitled = L"untitled";
-constexpr std::wstring_view kNotInFileNames = L"\"*/:<>?\\|";
-constexpr std::wstring_view kSuffixDigits = L"abcdefghijklmnopqrstuvwxyz0123456789";
-constexpr int kSuffixLength = 8;
+constexpr std::wstring_view untitledName = L"untitled";
+constexpr std::wstring_view notInFileNames = L"\"*/:<>?\\|";
+constexpr std::wstring_view suffixDigits = L"abcdefghijklmnopqrstuvwxyz0123456789";
+constexpr int suffixLength = 8;
 
 } // namespace
 
@@ -21,10 +21,10 @@ std::wstring JobNameOf(std::wstring_view scenePath) {
     // No dot gives npos, which keeps the whole text.
     std::wstring name(scenePath.substr(0, scenePath.rfind(L'.')));
     for (wchar_t& c : name)
-        if (c < 32 || kNotInFileNames.find(c) != std::wstring_view::npos)
+        if (c < 32 || notInFileNames.find(c) != std::wstring_view::npos)
             c = L'_';
     name.resize(name.find_last_not_of(L". ") + 1);
-    return name.empty() ? std::wstring(kUntitled) : name;
+    return name.empty() ? std::wstring(untitledName) : name;
 }
 
 std::wstring SceneJobName() {
@@ -38,9 +38,9 @@ std::wstring SceneJobName() {
 
 std::wstring JobSuffix(std::uint64_t milliseconds) {
     std::wstring suffix;
-    for (int i = 0; i < kSuffixLength; ++i) {
-        suffix += kSuffixDigits[milliseconds % kSuffixDigits.size()];
-        milliseconds /= kSuffixDigits.size();
+    for (int i = 0; i < suffixLength; ++i) {
+        suffix += suffixDigits[milliseconds % suffixDigits.size()];
+        milliseconds /= suffixDigits.size();
     }
     return suffix;
 }

@@ -10,8 +10,8 @@
 namespace brimwave {
 namespace {
 
-constexpr std::size_t kLongestName = 56;
-constexpr std::size_t kCutName = 49; // leaves room for "_" and the hash
+constexpr std::size_t longestName = 56;
+constexpr std::size_t cutName = 49; // leaves room for "_" and the hash
 
 bool IsSafe(wchar_t c) {
     return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z') || (c >= L'0' && c <= L'9') ||
@@ -146,8 +146,8 @@ std::wstring ShortNameHash(std::wstring_view name) {
 
 std::wstring NormalizeMaterialName(std::wstring_view name) {
     std::wstring key = SanitizeMaterialName(name);
-    if (key.size() > kLongestName) {
-        key.resize(kCutName);
+    if (key.size() > longestName) {
+        key.resize(cutName);
         DropTrailingUnderscores(key);
         key += L"_" + ShortNameHash(name);
     }

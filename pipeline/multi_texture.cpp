@@ -9,8 +9,8 @@
 namespace brimwave {
 namespace {
 
-constexpr wchar_t kMultiTexture[] = L"multitexture";
-constexpr wchar_t kCoronaMultiMap[] = L"coronamultimap";
+constexpr wchar_t multiTexture[] = L"multitexture";
+constexpr wchar_t coronaMultiMap[] = L"coronamultimap";
 
 // MultiTexture: one number ("rnd_by").
 constexpr ChoiceScope multiTextureScopes[] = {
@@ -100,7 +100,7 @@ struct Reader {
         for (int i = 0; i < entries; ++i) {
             if (!map.GetSubTexmap(i) || !params.IsEntryOn(&map, names.on, i))
                 continue;
-            if (++read.choices > kMostChoices) {
+            if (++read.choices > mostChoices) {
                 ++read.leftOut;
                 continue;
             }
@@ -121,11 +121,11 @@ std::wstring LowerClassName(Texmap& map) {
 
 bool IsChoiceMap(Texmap& map) {
     const std::wstring name = LowerClassName(map);
-    return name == kMultiTexture || name == kCoronaMultiMap;
+    return name == multiTexture || name == coronaMultiMap;
 }
 
 ChoiceMap ReadChoiceMap(ParamReader& params, Texmap& map) {
-    const bool corona = LowerClassName(map) == kCoronaMultiMap;
+    const bool corona = LowerClassName(map) == coronaMultiMap;
     const ClassParams& names = corona ? coronaParams : multiTextureParams;
     Reader reader{params, map};
     ChoiceMap read;

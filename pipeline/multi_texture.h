@@ -41,7 +41,7 @@ struct ChoiceMap {
 };
 
 /// The most maps that one list may offer: a colour has 8 bits for the choice.
-inline constexpr int kMostChoices = 255;
+inline constexpr int mostChoices = 255;
 
 /// Whether the map is a MultiTexture or a CoronaMultiMap.
 [[nodiscard]] bool IsChoiceMap(Texmap& map);

@@ -8,13 +8,13 @@ namespace {
 
 // The first 64 bits after the point of the golden ratio and of the square root of two, the last
 // bit of the second raised: both have to be odd, so that a multiplication loses nothing.
-constexpr std::uint64_t kGolden = 0x9e3779b97f4a7c15u;
-constexpr std::uint64_t kRootTwo = 0x6a09e667f3bcc909u;
+constexpr std::uint64_t goldenRatioBits = 0x9e3779b97f4a7c15u;
+constexpr std::uint64_t rootTwoBits = 0x6a09e667f3bcc909u;
 
 /// Spreads every bit over all others: a multiplication carries it upwards, the shift that follows
 /// brings the upper half down again. Each step can be undone, so no two numbers meet.
 constexpr std::uint64_t Mixed(std::uint64_t x) {
-    for (const std::uint64_t factor : {kGolden, kRootTwo, kGolden}) {
+    for (const std::uint64_t factor : {goldenRatioBits, rootTwoBits, goldenRatioBits}) {
         x ^= x >> 32;
         x *= factor;
     }
@@ -44,7 +44,7 @@ std::uint64_t RandomKey::Bits(RandomUse use) const {
 std::uint32_t WeightSteps(float weight) {
     if (!(weight > 0))
         return 0;
-    const float steps = std::min(weight, kMostWeight) * static_cast<float>(kWeightSteps);
+    const float steps = std::min(weight, mostWeight) * static_cast<float>(weightSteps);
     return std::max(1u, static_cast<std::uint32_t>(std::lround(steps)));
 }
 

@@ -23,8 +23,8 @@ class RandomKey {
 };
 
 /// Steps in which the weight of a choice is counted, and the largest weight: more counts as this.
-inline constexpr std::uint32_t kWeightSteps = 1024;
-inline constexpr float kMostWeight = 10000;
+inline constexpr std::uint32_t weightSteps = 1024;
+inline constexpr float mostWeight = 10000;
 
 /// The weight in steps. What is no number or not above zero weighs nothing; anything above zero
 /// weighs one step at least.

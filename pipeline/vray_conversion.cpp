@@ -14,9 +14,9 @@
 namespace brimwave {
 namespace {
 
-constexpr wchar_t kNoReply[] = L"ExecuteMAXScriptScript вернул пусто/не-строку (см. Listener на "
-                               L"предмет синтаксической ошибки в скрипте)";
-constexpr wchar_t kOddReply[] = L"Неожиданный ответ скрипта: ";
+constexpr wchar_t noReply[] = L"ExecuteMAXScriptScript вернул пусто/не-строку (см. Listener на "
+                              L"предмет синтаксической ошибки в скрипте)";
+constexpr wchar_t oddReply[] = L"Неожиданный ответ скрипта: ";
 
 bool IsAskedFor() {
     std::array<wchar_t, 8> value{};
@@ -29,7 +29,7 @@ bool IsAskedFor() {
 
 VRayConversionResult ReadVRayReply(const std::optional<std::wstring>& reply) {
     if (!reply || reply->empty())
-        return {.error = kNoReply};
+        return {.error = noReply};
     if (*reply == L"NONE")
         return {};
     VRayConversionResult result{.attempted = true, .error = {}};
@@ -39,7 +39,7 @@ VRayConversionResult ReadVRayReply(const std::optional<std::wstring>& reply) {
     } else if (const auto error = AfterWord(*reply, L"ERROR:")) {
         result.error = *error;
     } else {
-        result.error = kOddReply + *reply;
+        result.error = oddReply + *reply;
     }
     return result;
 }

@@ -58,7 +58,7 @@ struct BalanceCheck::Shared {
         if (!phase.compare_exchange_strong(expected, Phase::Posting))
             return;
         posted = result.get();
-        if (PostMessageW(panel, kBalanceChecked, 0, reinterpret_cast<LPARAM>(result.get())))
+        if (PostMessageW(panel, balanceChecked, 0, reinterpret_cast<LPARAM>(result.get())))
             static_cast<void>(result.release()); // the message owns it now
         else
             posted = nullptr;
@@ -108,7 +108,7 @@ BalanceCheck::~BalanceCheck() {
     WaitForSingleObject(thread_.get(), INFINITE);
     MSG message{};
     while (shared_->posted &&
-           PeekMessageW(&message, shared_->panel, kBalanceChecked, kBalanceChecked, PM_REMOVE)) {
+           PeekMessageW(&message, shared_->panel, balanceChecked, balanceChecked, PM_REMOVE)) {
         if (message.message == WM_QUIT) { // comes through every filter, and is the host's
             PostQuitMessage(static_cast<int>(message.wParam));
             return;

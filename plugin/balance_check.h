@@ -11,14 +11,14 @@ namespace brimwave {
 
 /// Brings a finished check to the panel: the long parameter is the BalanceResult, whose ownership
 /// comes with the message. BalanceCheck::Take turns it into an owner.
-inline constexpr UINT kBalanceChecked = WM_APP + 1;
+inline constexpr UINT balanceChecked = WM_APP + 1;
 
 /// One token check on a thread of its own. The panel may close before the check ends: then the
 /// result is freed wherever it is, on the thread, in the message queue or on its way there.
 /// Everything but the check itself happens on the panel's thread.
 class BalanceCheck {
   public:
-    /// Null when no thread could be started. `panel` gets one kBalanceChecked.
+    /// Null when no thread could be started. `panel` gets one balanceChecked.
     [[nodiscard]] static std::unique_ptr<BalanceCheck>
     Start(HWND panel, std::wstring_view baseAddress, std::wstring_view token);
 
@@ -28,7 +28,7 @@ class BalanceCheck {
     BalanceCheck(const BalanceCheck&) = delete;
     BalanceCheck& operator=(const BalanceCheck&) = delete;
 
-    /// The result that a kBalanceChecked carries; null when it is not this check's.
+    /// The result that a balanceChecked carries; null when it is not this check's.
     [[nodiscard]] std::unique_ptr<BalanceResult> Take(LPARAM record);
 
   private:

@@ -84,8 +84,8 @@ GdiObject<HBITMAP> MakeBanner(int resource, SIZE size) {
 } // namespace
 
 int BannerResource(UINT dpi) {
-    constexpr UINT kLargeFrom = 144;
-    return (dpi ? dpi : USER_DEFAULT_SCREEN_DPI) < kLargeFrom ? IDB_BANNER : IDB_BANNER_LARGE;
+    constexpr UINT largeFrom = 144;
+    return (dpi ? dpi : USER_DEFAULT_SCREEN_DPI) < largeFrom ? IDB_BANNER : IDB_BANNER_LARGE;
 }
 
 void Banner::Show(HWND dialog, int control) {

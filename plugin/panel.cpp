@@ -57,7 +57,7 @@ INT_PTR Panel::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_TIMER:
         OnTimer(wParam);
         return TRUE;
-    case kBalanceChecked:
+    case balanceChecked:
         OnBalanceChecked(lParam);
         return TRUE;
     case WM_NOTIFY:

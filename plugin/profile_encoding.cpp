@@ -9,8 +9,8 @@
 namespace brimwave {
 namespace {
 
-constexpr wchar_t kMark = 0xFEFF;
-constexpr LONGLONG kLargestProfile = 1 << 20; // far more than the settings ever take
+constexpr wchar_t byteOrderMark = 0xFEFF;
+constexpr LONGLONG largestProfile = 1 << 20; // far more than the settings ever take
 
 class File {
   public:
@@ -28,7 +28,7 @@ class File {
 
     [[nodiscard]] std::optional<std::string> ReadAll() const {
         LARGE_INTEGER size{};
-        if (!GetFileSizeEx(handle_, &size) || size.QuadPart > kLargestProfile)
+        if (!GetFileSizeEx(handle_, &size) || size.QuadPart > largestProfile)
             return std::nullopt;
         std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
         DWORD read = 0;
@@ -80,7 +80,7 @@ bool IsReadOnly(const std::wstring& path) {
 void Replace(const std::wstring& path, const std::wstring& text) {
     const std::wstring draft = path + L".new";
     const bool written =
-        File(draft, GENERIC_WRITE, CREATE_ALWAYS).Write(std::wstring(1, kMark) + text);
+        File(draft, GENERIC_WRITE, CREATE_ALWAYS).Write(std::wstring(1, byteOrderMark) + text);
     if (!written || !MoveFileExW(draft.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING))
         DeleteFileW(draft.c_str());
 }

@@ -11,20 +11,20 @@
 namespace brimwave {
 namespace {
 
-constexpr int kPlugInSettingsDir = 26; // the host's number of the folder
-constexpr const wchar_t* kFileName = L"CoronaBlenderExporter.ini";
+constexpr int plugInSettingsDir = 26; // the host's number of the folder
+constexpr const wchar_t* fileName = L"CoronaBlenderExporter.ini";
 
-const std::wstring kSection = L"Settings";
-const std::wstring kToken = L"apiToken";
-const std::wstring kFolder = L"exchangeFolder";
-const std::wstring kDisplacement = L"exportDisplacement";
-const std::wstring kTarget = L"blenderTarget";
+const std::wstring settingsSection = L"Settings";
+const std::wstring tokenKey = L"apiToken";
+const std::wstring folderKey = L"exchangeFolder";
+const std::wstring displacementKey = L"exportDisplacement";
+const std::wstring targetKey = L"blenderTarget";
 
 std::wstring SettingsFolder() {
     std::wstring told;
     Attempt([&] {
         if (Interface* host = GetCOREInterface())
-            told = MSTR(host->GetDir(kPlugInSettingsDir)).data();
+            told = MSTR(host->GetDir(plugInSettingsDir)).data();
     });
     if (!told.empty())
         return told;
@@ -52,11 +52,11 @@ bool NeedsQuotes(std::wstring_view value) {
 }
 
 std::wstring Read(const std::wstring& key) {
-    return ReadSetting(SettingsPath(), kSection, key, {});
+    return ReadSetting(SettingsPath(), settingsSection, key, {});
 }
 
 void Write(const std::wstring& key, std::wstring_view value) {
-    WriteSetting(SettingsPath(), kSection, key, value);
+    WriteSetting(SettingsPath(), settingsSection, key, value);
 }
 
 } // namespace
@@ -65,7 +65,7 @@ std::wstring SettingsPath() {
     std::wstring path = SettingsFolder();
     if (path.empty() || path.back() != L'\\')
         path += L'\\';
-    return path + kFileName;
+    return path + fileName;
 }
 
 std::wstring ReadSetting(const std::wstring& path, const std::wstring& section,
@@ -89,24 +89,24 @@ void WriteSetting(const std::wstring& path, const std::wstring& section, const s
 
 PanelSettings LoadSettings() {
     PanelSettings settings;
-    settings.token = Read(kToken);
-    settings.exchangeFolder = Read(kFolder);
-    settings.exportDisplacement = Read(kDisplacement) == L"true";
-    settings.olderBlenderTarget = Read(kTarget) == L"5.1";
+    settings.token = Read(tokenKey);
+    settings.exchangeFolder = Read(folderKey);
+    settings.exportDisplacement = Read(displacementKey) == L"true";
+    settings.olderBlenderTarget = Read(targetKey) == L"5.1";
     return settings;
 }
 
 void SaveToken(std::wstring_view token) {
-    Write(kToken, token);
+    Write(tokenKey, token);
 }
 void SaveExchangeFolder(std::wstring_view folder) {
-    Write(kFolder, folder);
+    Write(folderKey, folder);
 }
 void SaveExportDisplacement(bool on) {
-    Write(kDisplacement, on ? L"true" : L"false");
+    Write(displacementKey, on ? L"true" : L"false");
 }
 void SaveBlenderTarget(bool older) {
-    Write(kTarget, older ? L"5.1" : L"5.2");
+    Write(targetKey, older ? L"5.1" : L"5.2");
 }
 
 } // namespace brimwave

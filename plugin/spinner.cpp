@@ -3,8 +3,8 @@
 namespace brimwave {
 namespace {
 
-constexpr std::wstring_view kFrames = L"|/-\\";
-constexpr UINT kFrameMilliseconds = 150;
+constexpr std::wstring_view frames = L"|/-\\";
+constexpr UINT frameMilliseconds = 150;
 
 } // namespace
 
@@ -13,7 +13,7 @@ void Spinner::Show(HWND dialog, std::wstring_view text) {
     if (!running_) {
         frame_ = 0;
         running_ = true;
-        SetTimer(dialog, timer_, kFrameMilliseconds, nullptr);
+        SetTimer(dialog, timer_, frameMilliseconds, nullptr);
     }
     Paint(dialog);
 }
@@ -21,7 +21,7 @@ void Spinner::Show(HWND dialog, std::wstring_view text) {
 void Spinner::Tick(HWND dialog) {
     if (!running_)
         return;
-    frame_ = (frame_ + 1) % kFrames.size();
+    frame_ = (frame_ + 1) % frames.size();
     Paint(dialog);
 }
 
@@ -32,7 +32,7 @@ void Spinner::Stop(HWND dialog) noexcept {
 }
 
 void Spinner::Paint(HWND dialog) const {
-    const std::wstring shown = std::wstring(1, kFrames[frame_]) + L" " + text_;
+    const std::wstring shown = std::wstring(1, frames[frame_]) + L" " + text_;
     SetDlgItemTextW(dialog, label_, shown.c_str());
 }
 

@@ -20,7 +20,7 @@ struct HttpResult {
 //
 // `url` is absolute (see ParseUrl); `method` is the verb. `token` is always sent, as
 // "Authorization: Bearer " + token, even when empty; one that cannot stand in a header (see
-// IsHeaderToken) is refused with kUnusableToken before anything is opened. `body` is UTF-8, sent
+// IsHeaderToken) is refused with unusableToken before anything is opened. `body` is UTF-8, sent
 // byte for byte with a JSON content type; it is not copied. `extraHeaders` are whole header lines,
 // separated by "\r\n", without a trailing line break.
 [[nodiscard]] HttpResult HttpRequest(std::wstring_view url, std::wstring_view method,
@@ -39,7 +39,7 @@ struct HttpResult {
 
 // The text of the answer to a token that IsHeaderToken refuses. It holds the phrase by which
 // FetchBalance knows a rejected token, so the user sees the usual "Invalid token".
-inline constexpr std::wstring_view kUnusableToken =
+inline constexpr std::wstring_view unusableToken =
     L"invalid token: it holds a character that cannot be sent in a header";
 
 } // namespace brimwave

@@ -13,7 +13,7 @@
 namespace brimwave {
 namespace {
 
-constexpr const wchar_t* kUserAgent = L"Brimwave-Platform/2.0";
+constexpr const wchar_t* userAgent = L"Brimwave-Platform/2.0";
 
 struct InternetCloser {
     void operator()(HINTERNET handle) const { WinHttpCloseHandle(handle); }
@@ -104,9 +104,9 @@ HttpResult HttpRequest(std::wstring_view url, std::wstring_view method, std::wst
     if (!ParseUrl(url, target))
         return Failure(std::wstring(L"Invalid URL: ").append(url));
     if (!IsHeaderToken(token))
-        return Failure(std::wstring(kUnusableToken));
+        return Failure(std::wstring(unusableToken));
 
-    const InternetHandle session(WinHttpOpen(kUserAgent, WINHTTP_ACCESS_TYPE_AUTOMATIC_PROXY,
+    const InternetHandle session(WinHttpOpen(userAgent, WINHTTP_ACCESS_TYPE_AUTOMATIC_PROXY,
                                              WINHTTP_NO_PROXY_NAME, WINHTTP_NO_PROXY_BYPASS, 0));
     if (!session)
         return Failure(L"WinHttpOpen failed");

@@ -31,10 +31,10 @@ std::optional<std::string> ReadWholeFile(const std::wstring& path) {
     if (!file || !GetFileSizeEx(file.get(), &size))
         return std::nullopt;
     std::string bytes(static_cast<std::size_t>(size.QuadPart), '\0');
-    constexpr std::size_t kPiece = std::size_t{64} << 20; // one call reads at most 32 bits' worth
+    constexpr std::size_t piece = std::size_t{64} << 20; // one call reads at most 32 bits' worth
     std::size_t done = 0;
     while (done < bytes.size()) {
-        const auto wanted = static_cast<DWORD>(std::min(kPiece, bytes.size() - done));
+        const auto wanted = static_cast<DWORD>(std::min(piece, bytes.size() - done));
         DWORD got = 0;
         if (!ReadFile(file.get(), bytes.data() + done, wanted, &got, nullptr) || got == 0)
             return std::nullopt;

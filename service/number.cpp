@@ -14,8 +14,8 @@ std::int32_t WideToInt(std::wstring_view text) {
     if (negative || text.front() == L'+')
         text.remove_prefix(1);
 
-    constexpr std::int64_t kMost = std::numeric_limits<std::int32_t>::max();
-    const std::int64_t limit = negative ? kMost + 1 : kMost;
+    constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+    const std::int64_t limit = negative ? most + 1 : most;
     std::int64_t value = 0;
     for (const wchar_t c : text) {
         if (c < L'0' || c > L'9')

@@ -32,10 +32,10 @@ constexpr bool IsUnreserved(char32_t c) {
 }
 
 void AppendEscaped(std::wstring& out, char32_t byte) {
-    constexpr std::wstring_view kHex = L"0123456789ABCDEF";
+    constexpr std::wstring_view hex = L"0123456789ABCDEF";
     out += L'%';
-    out += kHex[byte >> 4 & 0xF];
-    out += kHex[byte & 0xF];
+    out += hex[byte >> 4 & 0xF];
+    out += hex[byte & 0xF];
 }
 
 void AppendEscapedUtf8(std::wstring& out, char32_t c) {
@@ -59,14 +59,14 @@ void AppendEscapedUtf8(std::wstring& out, char32_t c) {
 } // namespace
 
 bool ParseUrl(std::wstring_view url, ParsedUrl& out) {
-    constexpr std::wstring_view kSeparator = L"://";
-    const auto schemeEnd = url.find(kSeparator);
+    constexpr std::wstring_view separator = L"://";
+    const auto schemeEnd = url.find(separator);
     if (schemeEnd == std::wstring_view::npos)
         return false;
     out.secure = url.substr(0, schemeEnd) == L"https";
     out.port = out.secure ? 443 : 80;
 
-    const auto authority = url.substr(schemeEnd + kSeparator.size());
+    const auto authority = url.substr(schemeEnd + separator.size());
     const auto slash = authority.find(L'/');
     auto host = authority.substr(0, slash);
     out.path = slash == std::wstring_view::npos ? L"/" : authority.substr(slash);

@@ -20,14 +20,14 @@
 namespace brimwave {
 namespace {
 
-constexpr int kFacesPerElement = 10;
+constexpr int facesPerElement = 10;
 
 /// Elements of ten faces each, fans around a vertex; `shuffled` puts faces and vertices of
 /// different elements beside each other, as a mesh that was edited for long has them.
 void FillMesh(Mesh& mesh, int elements, bool shuffled) {
-    constexpr int corners = kFacesPerElement + 2;
+    constexpr int corners = facesPerElement + 2;
     mesh.setNumVerts(elements * corners);
-    mesh.setNumFaces(elements * kFacesPerElement);
+    mesh.setNumFaces(elements * facesPerElement);
     std::vector<DWORD> places(static_cast<size_t>(mesh.getNumVerts()));
     std::iota(places.begin(), places.end(), 0u);
     std::mt19937 random(1);
@@ -35,10 +35,10 @@ void FillMesh(Mesh& mesh, int elements, bool shuffled) {
         std::shuffle(places.begin(), places.end(), random);
     const auto place = [&](int vertex) { return places[static_cast<size_t>(vertex)]; };
     for (int e = 0; e < elements; ++e)
-        for (int f = 0; f < kFacesPerElement; ++f) {
+        for (int f = 0; f < facesPerElement; ++f) {
             const int first = e * corners;
-            mesh.faces[e * kFacesPerElement + f].setVerts(place(first), place(first + f + 1),
-                                                          place(first + f + 2));
+            mesh.faces[e * facesPerElement + f].setVerts(place(first), place(first + f + 1),
+                                                         place(first + f + 2));
         }
     if (shuffled)
         std::shuffle(mesh.faces, mesh.faces + mesh.getNumFaces(), random);
@@ -101,7 +101,7 @@ void Elements(benchmark::State& state) {
 
 // 200,000 and 600,000 faces, and two million.
 void Sizes(benchmark::internal::Benchmark* bench) {
-    bench->ArgNames({"elements", "shuffled"})->Unit(benchmark::kMillisecond);
+    bench->ArgNames({"elements", "shuffled"})->Unit(benchmark::millisecond);
     for (const int shuffled : {0, 1})
         for (const int elements : {20000, 60000, 200000})
             bench->Args({elements, shuffled});

@@ -4,10 +4,10 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::wstring text = fuzz::Units(data, size);
-    constexpr std::int32_t kUntouched = 123456789;
-    std::int32_t value = kUntouched;
+    constexpr std::int32_t untouched = 123456789;
+    std::int32_t value = untouched;
     if (!brimwave::ExtractJsonInt(text, L"n", value)) {
-        fuzz::Require(value == kUntouched);
+        fuzz::Require(value == untouched);
         // In front of a good member anything may stand that does not name it.
         if (text.find(L"\"n\"") == std::wstring::npos && !text.ends_with(L"\"n") &&
             !text.ends_with(L'"'))

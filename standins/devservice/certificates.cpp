@@ -20,7 +20,7 @@
 namespace devservice {
 namespace {
 
-constexpr int kAuthorityDays = 3650;
+constexpr int authorityDays = 3650;
 
 [[noreturn]] void ThrowOpenSsl(const std::string& what) {
     std::array<char, 256> reason{};
@@ -115,7 +115,7 @@ std::string AlternativeNames(const ServerCertificate& what) {
 
 Identity MakeAuthority(const std::string& commonName) {
     Identity authority{.certificate = nullptr, .key = MakeKey()};
-    authority.certificate = StartCertificate(authority.key.get(), commonName, -1, kAuthorityDays);
+    authority.certificate = StartCertificate(authority.key.get(), commonName, -1, authorityDays);
     X509* certificate = authority.certificate.get();
     X509_set_issuer_name(certificate, X509_get_subject_name(certificate));
     AddExtension(certificate, certificate, NID_basic_constraints, "critical,CA:TRUE");

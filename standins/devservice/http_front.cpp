@@ -10,10 +10,10 @@
 namespace devservice {
 namespace {
 
-constexpr std::size_t kMaxHead = 64 * 1024;
-constexpr int kMaxRequestsPerConnection = 100;
-constexpr int kIdleMilliseconds = 5000;
-constexpr int kSocketTimeoutSeconds = 60;
+constexpr std::size_t maxHead = 64 * 1024;
+constexpr int maxRequestsPerConnection = 100;
+constexpr int idleMilliseconds = 5000;
+constexpr int socketTimeoutSeconds = 60;
 
 // A slow line has a small window: without this the system would take in megabytes at once and
 // the client would be done sending long before the service has read the request.
@@ -85,8 +85,8 @@ class HttpFront::ExchangeStream : public httplib::Stream {
             return static_cast<ssize_t>(count);
         }
         if (rate_ != 0) {
-            constexpr std::size_t kSlices = 20; // a second
-            size = std::min(size, std::max<std::size_t>(rate_ / kSlices, 1));
+            constexpr std::size_t slices = 20; // a second
+            size = std::min(size, std::max<std::size_t>(rate_ / slices, 1));
             if (!front_.Pause(std::chrono::milliseconds(1000 * size / rate_)))
                 return -1;
         }
@@ -119,8 +119,8 @@ HttpFront::HttpFront(FaultChoice chooseFault, OpenSslPtr<SSL_CTX> tls, std::size
     new_task_queue = [threads] { return new httplib::ThreadPool(threads); };
     set_socket_options(ReuseAddress);
     set_tcp_nodelay(true);
-    set_read_timeout(kSocketTimeoutSeconds);
-    set_write_timeout(kSocketTimeoutSeconds);
+    set_read_timeout(socketTimeoutSeconds);
+    set_write_timeout(socketTimeoutSeconds);
 }
 
 HttpFront::~HttpFront() {
@@ -198,19 +198,19 @@ void HttpFront::ServeConnection(socket_t socket) {
     const auto transport = OpenTransport(socket);
     if (!transport)
         return;
-    for (int left = kMaxRequestsPerConnection; left > 0; --left)
+    for (int left = maxRequestsPerConnection; left > 0; --left)
         if (!WaitForRequest(socket, *transport) || !ServeRequest(socket, *transport, left == 1))
             return;
 }
 
 bool HttpFront::WaitForRequest(socket_t socket, const Transport& transport) const {
     pollfd wanted{.fd = socket, .events = POLLIN, .revents = 0};
-    return transport.HasBuffered() || ::poll(&wanted, 1, kIdleMilliseconds) == 1;
+    return transport.HasBuffered() || ::poll(&wanted, 1, idleMilliseconds) == 1;
 }
 
 // Reads up to and including the empty line, and nothing behind it.
 bool HttpFront::ReadHead(Transport& transport, std::string& raw) {
-    while (raw.size() < kMaxHead) {
+    while (raw.size() < maxHead) {
         char c = 0;
         if (transport.Read(&c, 1) != 1)
             return false;

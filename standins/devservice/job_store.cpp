@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kIncoming = ".incoming-"; // jobs that are being received
+constexpr const char* incoming = ".incoming-"; // jobs that are being received
 
 std::string JobNumber(std::size_t number) {
     char text[24];
@@ -51,7 +51,7 @@ JobStore::JobStore(fs::path folder) : folder_(std::move(folder)) {
         fs::create_directories(folder_);
         for (const auto& entry : fs::directory_iterator(folder_)) {
             const std::string name = entry.path().filename().string();
-            if (name.starts_with(kIncoming)) // left by a service that was killed
+            if (name.starts_with(incoming)) // left by a service that was killed
                 fs::remove_all(entry.path());
             const std::size_t number = NumberOf(name);
             last_ = std::max(last_, number);
@@ -65,7 +65,7 @@ JobStore::JobStore(fs::path folder) : folder_(std::move(folder)) {
 
 IncomingJob JobStore::Begin() {
     const std::lock_guard lock(mutex_);
-    const auto folder = folder_ / (kIncoming + std::to_string(++incoming_));
+    const auto folder = folder_ / (incoming + std::to_string(++incoming_));
     std::error_code error;
     fs::create_directory(folder, error);
     return IncomingJob(folder);

@@ -78,8 +78,8 @@ Fault::Close CloseFromText(const std::string& text) {
     throw JsonFieldError("\"close\" must be before-header, in-header or in-body");
 }
 
-constexpr std::int64_t kInt32Min = std::numeric_limits<std::int32_t>::min();
-constexpr std::int64_t kInt32Max = std::numeric_limits<std::int32_t>::max();
+constexpr std::int64_t int32Min = std::numeric_limits<std::int32_t>::min();
+constexpr std::int64_t int32Max = std::numeric_limits<std::int32_t>::max();
 
 } // namespace
 
@@ -101,8 +101,8 @@ Account AccountFromJson(const json& object) {
         throw JsonFieldError("an account needs a \"token\"");
     account.name = Text(object, "name", "unnamed");
     account.balance =
-        static_cast<std::int32_t>(Number(object, "balance", kInt32Min, kInt32Max).value_or(0));
-    if (const auto limit = Number(object, "daily_limit", 0, kInt32Max))
+        static_cast<std::int32_t>(Number(object, "balance", int32Min, int32Max).value_or(0));
+    if (const auto limit = Number(object, "daily_limit", 0, int32Max))
         account.dailyLimit = static_cast<std::int32_t>(*limit);
     return account;
 }
@@ -138,7 +138,7 @@ Fault FaultFromJson(const json& object) {
     fault.readBytesPerSecond = size("read_bytes_per_second");
     fault.delay = milliseconds("delay_ms");
     fault.pause = milliseconds("pause_ms");
-    if (const auto times = Number(object, "times", 1, kInt32Max))
+    if (const auto times = Number(object, "times", 1, int32Max))
         fault.times = static_cast<int>(*times);
     return fault;
 }

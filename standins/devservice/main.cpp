@@ -60,7 +60,7 @@ int main(int argc, char** argv) {
     try {
         const Options options = ParseOptions({argv + 1, argv + argc});
         if (options.help)
-            std::fputs(kUsage, stdout);
+            std::fputs(usage, stdout);
         else
             Run(options);
         return 0;

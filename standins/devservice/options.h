@@ -17,7 +17,7 @@ struct Options {
     bool help = false;
 };
 
-inline constexpr const char* kUsage =
+inline constexpr const char* usage =
     "devservice --accounts FILE --state DIR --jobs DIR [--http-port PORT]\n"
     "           [--https-port PORT] [--ready-file FILE] [--tls-faults]\n"
     "\n"

@@ -7,14 +7,14 @@
 namespace devservice {
 namespace {
 
-constexpr std::size_t kThreads = 16;
-constexpr std::size_t kFaultyThreads = 4;
+constexpr std::size_t threadsPerPort = 16;
+constexpr std::size_t threadsPerFaultyPort = 4;
 
 OpenSslPtr<SSL_CTX> TlsFor(const Identity& authority, const ServerCertificate& what) {
     return MakeTlsContext(MakeServer(authority, what), authority);
 }
 
-const ServerCertificate kGood{.dnsNames = {"localhost"}, .ipAddresses = {"127.0.0.1"}};
+const ServerCertificate goodCertificate{.dnsNames = {"localhost"}, .ipAddresses = {"127.0.0.1"}};
 
 } // namespace
 
@@ -23,10 +23,10 @@ Ports::Ports(Service& service, const Options& options)
       jobs_(std::filesystem::absolute(options.jobs)) {
     const Identity authority = LoadOrMakeAuthority(options.state);
     // The server's own certificate is made anew at each start, so that it never runs out.
-    const Identity server = MakeServer(authority, kGood);
+    const Identity server = MakeServer(authority, goodCertificate);
     WriteIdentity(options.state, "server", server);
-    http_ = Open(nullptr, options.httpPort, kThreads);
-    https_ = Open(MakeTlsContext(server, authority), options.httpsPort, kThreads);
+    http_ = Open(nullptr, options.httpPort, threadsPerPort);
+    https_ = Open(MakeTlsContext(server, authority), options.httpsPort, threadsPerPort);
     if (options.tlsFaults)
         OpenFaulty(authority);
 }
@@ -43,13 +43,13 @@ int Ports::Open(OpenSslPtr<SSL_CTX> tls, std::uint16_t port, std::size_t threads
 
 void Ports::OpenFaulty(const Identity& authority) {
     const auto open = [&](const char* name, OpenSslPtr<SSL_CTX> tls) {
-        faulty_.emplace_back(name, Open(std::move(tls), 0, kFaultyThreads));
+        faulty_.emplace_back(name, Open(std::move(tls), 0, threadsPerFaultyPort));
     };
-    ServerCertificate expired = kGood;
+    ServerCertificate expired = goodCertificate;
     expired.validFromDays = -30;
     expired.validToDays = -1;
     open("wrong_name", TlsFor(authority, {.dnsNames = {"elsewhere.example"}, .ipAddresses = {}}));
-    open("unknown_authority", TlsFor(MakeAuthority("Nobody's authority"), kGood));
+    open("unknown_authority", TlsFor(MakeAuthority("Nobody's authority"), goodCertificate));
     open("expired", TlsFor(authority, expired));
     open("plain", nullptr); // for clients that are told it speaks TLS
 }

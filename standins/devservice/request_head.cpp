@@ -35,9 +35,9 @@ std::string RequestHead::Value(std::string_view name) const {
 }
 
 std::string RequestHead::BearerToken() const {
-    constexpr std::string_view kScheme = "Bearer ";
+    constexpr std::string_view scheme = "Bearer ";
     std::string value = Value("Authorization");
-    return value.starts_with(kScheme) ? value.substr(kScheme.size()) : std::string();
+    return value.starts_with(scheme) ? value.substr(scheme.size()) : std::string();
 }
 
 RequestHead ParseRequestHead(std::string_view raw, bool secure) {

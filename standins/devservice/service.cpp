@@ -10,12 +10,12 @@ namespace {
 
 using nlohmann::json;
 
-constexpr const char* kJson = "application/json; charset=utf-8";
-constexpr std::size_t kRecordedRequests = 1000;
+constexpr const char* jsonType = "application/json; charset=utf-8";
+constexpr std::size_t recordedRequests = 1000;
 
 void Answer(httplib::Response& response, int status, const json& body) {
     response.status = status;
-    response.set_content(body.dump(-1, ' ', false, json::error_handler_t::replace), kJson);
+    response.set_content(body.dump(-1, ' ', false, json::error_handler_t::replace), jsonType);
 }
 
 void AnswerError(httplib::Response& response, int status, const char* phrase) {
@@ -34,7 +34,7 @@ void AnswerFault(httplib::Response& response, const Fault& fault) {
     if (!fault.redirect.empty())
         response.set_header("Location", fault.redirect);
     if (fault.body)
-        response.set_content(*fault.body, kJson);
+        response.set_content(*fault.body, jsonType);
 }
 
 // Carries out an exchange: the ordinary answer or the fault's, padded when that is ordered.
@@ -78,10 +78,10 @@ Service::Service(const std::filesystem::path& accounts, const std::filesystem::p
 }
 
 void Service::Attach(HttpFront& front) {
-    front.Get(kBalancePath, [this](const httplib::Request&, httplib::Response& response) {
+    front.Get(balancePath, [this](const httplib::Request&, httplib::Response& response) {
         AnswerExchange(response, [&] { Balance(response); });
     });
-    front.Post(kJobsPath,
+    front.Post(jobsPath,
                [this](const httplib::Request& request, httplib::Response& response,
                       const httplib::ContentReader& body) { Job(request, response, body); });
     front.Get("/health",
@@ -94,13 +94,13 @@ void Service::Attach(HttpFront& front) {
 
 std::optional<Fault> Service::ChooseFault(const RequestHead& head) {
     const std::string path = PathOf(head.target);
-    const bool jobs = path == kJobsPath;
-    if (!jobs && path != kBalancePath)
+    const bool jobs = path == jobsPath;
+    if (!jobs && path != balancePath)
         return std::nullopt;
     {
         const std::lock_guard lock(recordedMutex_);
         recorded_.push_back(head);
-        if (recorded_.size() > kRecordedRequests)
+        if (recorded_.size() > recordedRequests)
             recorded_.pop_front();
     }
     return faults_.Take(head.BearerToken(), jobs ? Fault::On::Jobs : Fault::On::Balance);

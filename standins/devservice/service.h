@@ -12,8 +12,8 @@
 namespace devservice {
 
 // The paths of the protocol.
-inline constexpr const char* kBalancePath = "/api/balance";
-inline constexpr const char* kJobsPath = "/node/api/v1/jobs";
+inline constexpr const char* balancePath = "/api/balance";
+inline constexpr const char* jobsPath = "/node/api/v1/jobs";
 
 // The conversion service behind every port: accounts, jobs, ordered faults and the addresses
 // under /control that set them. Must outlive the fronts that it answers for.

@@ -90,9 +90,9 @@ std::unique_ptr<Transport> MakeTlsTransport(int socket, SSL_CTX* context) {
 }
 
 bool StartsWithTls(int socket) {
-    constexpr char kHandshakeRecord = 0x16;
+    constexpr char handshakeRecord = 0x16;
     char first = 0;
-    return ::recv(socket, &first, 1, MSG_PEEK) == 1 && first == kHandshakeRecord;
+    return ::recv(socket, &first, 1, MSG_PEEK) == 1 && first == handshakeRecord;
 }
 
 } // namespace devservice

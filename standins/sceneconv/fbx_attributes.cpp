@@ -9,27 +9,27 @@ namespace sceneconv {
 
 namespace {
 
-constexpr double kRadian = std::numbers::pi / 180;
+constexpr double radian = std::numbers::pi / 180;
 
 // How a camera's angle is given.
-enum ApertureMode : std::int64_t { kBothAngles = 0, kHorizontal = 1, kVertical = 2, kFocal = 3 };
+enum ApertureMode : std::int64_t { BothAngles = 0, Horizontal = 1, Vertical = 2, Focal = 3 };
 
 double FilmAspect(const FbxObject& camera) {
     const double width = camera.Number("FilmWidth", 0);
     const double height = camera.Number("FilmHeight", 0);
-    return width > 0 && height > 0 ? width / height : kRenderAspect;
+    return width > 0 && height > 0 ? width / height : renderAspect;
 }
 
 double HorizontalFov(const FbxObject& camera) {
-    const double angle = camera.Number("FieldOfView", 40) * kRadian;
+    const double angle = camera.Number("FieldOfView", 40) * radian;
     const double focal = camera.Number("FocalLength", 0);
     const double film = camera.Number("FilmWidth", 0) * 25.4;
-    switch (camera.Integer("ApertureMode", kHorizontal)) {
-    case kBothAngles:
-        return camera.Number("FieldOfViewX", 40) * kRadian;
-    case kVertical:
+    switch (camera.Integer("ApertureMode", Horizontal)) {
+    case BothAngles:
+        return camera.Number("FieldOfViewX", 40) * radian;
+    case Vertical:
         return 2 * std::atan(std::tan(angle / 2) * FilmAspect(camera));
-    case kFocal:
+    case Focal:
         return focal > 0 && film > 0 ? 2 * std::atan(film / 2 / focal) : angle;
     default:
         return angle;
@@ -80,7 +80,7 @@ Light FbxLight(const FbxObject& attribute) {
         light.color = {color->Number(0), color->Number(1), color->Number(2)};
     }
     light.intensity = attribute.Number("Intensity", 100) / 100;
-    light.outerCone = attribute.Number("OuterAngle", 45) / 2 * kRadian;
+    light.outerCone = attribute.Number("OuterAngle", 45) / 2 * radian;
     light.on = attribute.Integer("CastLight", 1) != 0;
     light.source = attribute.id;
     light.fbx = &attribute;

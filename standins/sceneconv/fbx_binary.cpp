@@ -9,8 +9,8 @@ namespace sceneconv {
 namespace {
 
 // Real files nest a handful of levels; more is an attack on the stack.
-constexpr int kDeepest = 40;
-constexpr std::size_t kHeadSize = 27;
+constexpr int deepest = 40;
+constexpr std::size_t headSize = 27;
 
 class BinaryReader {
   public:
@@ -18,7 +18,7 @@ class BinaryReader {
 
     std::vector<FbxRecord> ReadAll() {
         std::vector<FbxRecord> records;
-        at_ = kHeadSize;
+        at_ = headSize;
         while (at_ < bytes_.size()) {
             FbxRecord record;
             if (!ReadRecord(record, bytes_.size(), 0)) {
@@ -64,7 +64,7 @@ class BinaryReader {
         if (end == 0) {
             return false;
         }
-        if (depth > kDeepest || end > limit || end < at_ || valueBytes > end - at_ ||
+        if (depth > deepest || end > limit || end < at_ || valueBytes > end - at_ ||
             valueCount > valueBytes) {
             Damaged();
         }

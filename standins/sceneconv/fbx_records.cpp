@@ -9,7 +9,7 @@ namespace sceneconv {
 
 namespace {
 
-constexpr std::string_view kBinaryMagic{"Kaydara FBX Binary  \0\x1a\0", 23};
+constexpr std::string_view binaryMagic{"Kaydara FBX Binary  \0\x1a\0", 23};
 
 std::uint32_t TextVersion(std::string_view head) {
     // "; FBX 7.4.0 project file" in the first line
@@ -74,12 +74,12 @@ std::int64_t FbxRecord::Integer(std::size_t index) const {
 
 FbxHead ReadFbxHead(std::string_view bytes) {
     FbxHead head;
-    if (bytes.substr(0, kBinaryMagic.size()) == kBinaryMagic && bytes.size() >= 27) {
+    if (bytes.substr(0, binaryMagic.size()) == binaryMagic && bytes.size() >= 27) {
         head.isFbx = head.isBinary = true;
         for (int i = 3; i >= 0; --i) {
             head.version =
-                head.version << 8 | static_cast<unsigned char>(
-                                        bytes[kBinaryMagic.size() + static_cast<std::size_t>(i)]);
+                head.version << 8 |
+                static_cast<unsigned char>(bytes[binaryMagic.size() + static_cast<std::size_t>(i)]);
         }
         return head;
     }

@@ -9,7 +9,7 @@ namespace sceneconv {
 
 namespace {
 
-constexpr int kDeepest = 40;
+constexpr int deepest = 40;
 
 bool IsSpace(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0';
@@ -62,7 +62,7 @@ class TextReader {
         FbxRecord record;
         record.name = Word();
         SkipBlank();
-        if (record.name.empty() || Peek() != ':' || depth > kDeepest) {
+        if (record.name.empty() || Peek() != ':' || depth > deepest) {
             Damaged();
         }
         ++at_;

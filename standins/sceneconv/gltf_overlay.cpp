@@ -15,17 +15,17 @@ namespace {
 
 using nlohmann::json;
 
-constexpr std::size_t kGlbHead = 12;
-constexpr std::size_t kChunkHead = 8;
+constexpr std::size_t glbHead = 12;
+constexpr std::size_t chunkHead = 8;
 
 /// The JSON part of a .gltf or .glb file.
 std::string_view JsonPart(std::string_view bytes) {
-    if (!bytes.starts_with("glTF") || bytes.size() < kGlbHead + kChunkHead) {
+    if (!bytes.starts_with("glTF") || bytes.size() < glbHead + chunkHead) {
         return bytes;
     }
     std::uint32_t size = 0;
-    std::memcpy(&size, bytes.data() + kGlbHead, sizeof size);
-    return bytes.substr(kGlbHead + kChunkHead, size);
+    std::memcpy(&size, bytes.data() + glbHead, sizeof size);
+    return bytes.substr(glbHead + chunkHead, size);
 }
 
 const json& Member(const json& owner, const char* name) {
@@ -87,9 +87,9 @@ std::optional<Camera> ReadCamera(const json& from) {
         return std::nullopt;
     }
     // The angle is the vertical one. Without an aspect the picture's own counts.
-    const double aspect = Number(lens, "aspectRatio", kRenderAspect);
+    const double aspect = Number(lens, "aspectRatio", renderAspect);
     const double vertical = Number(lens, "yfov", 0);
-    camera.fov = 2 * std::atan(std::tan(vertical / 2) * (aspect > 0 ? aspect : kRenderAspect));
+    camera.fov = 2 * std::atan(std::tan(vertical / 2) * (aspect > 0 ? aspect : renderAspect));
     camera.nearClip = Number(lens, "znear", 0);
     camera.farClip = Number(lens, "zfar", 0);
     return camera;

@@ -15,14 +15,14 @@ namespace sceneconv {
 namespace {
 
 #ifdef BRIMWAVE_SANITIZED
-constexpr bool kCanLimitMemory = false; // the sanitizer maps terabytes
+constexpr bool canLimitMemory = false; // the sanitizer maps terabytes
 #else
-constexpr bool kCanLimitMemory = true;
+constexpr bool canLimitMemory = true;
 #endif
 
 [[noreturn]] void RunInChild(const std::function<int()>& work, std::uint64_t memory) {
     prctl(PR_SET_PDEATHSIG, SIGKILL); // an interrupted command leaves nothing behind
-    if (kCanLimitMemory && memory > 0) {
+    if (canLimitMemory && memory > 0) {
         const rlimit limit{memory, memory};
         setrlimit(RLIMIT_AS, &limit);
     }

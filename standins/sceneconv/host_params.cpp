@@ -11,8 +11,8 @@ namespace sceneconv {
 
 namespace {
 
-constexpr std::string_view kPrefix = "3dsMax|";
-constexpr std::uint32_t kMaterialSuperClass = 0xc00;
+constexpr std::string_view prefix = "3dsMax|";
+constexpr std::uint32_t materialSuperClass = 0xc00;
 
 /// A property's place: block, name, and the index when it is one entry of a table.
 struct Place {
@@ -22,10 +22,10 @@ struct Place {
 };
 
 std::optional<Place> PlaceOf(std::string_view property) {
-    if (!property.starts_with(kPrefix)) {
+    if (!property.starts_with(prefix)) {
         return std::nullopt;
     }
-    property.remove_prefix(kPrefix.size());
+    property.remove_prefix(prefix.size());
     const std::size_t cut = property.find('|');
     if (cut == std::string_view::npos) {
         return std::nullopt;
@@ -53,7 +53,7 @@ struct TypeRow {
     const char* host;
 };
 
-constexpr TypeRow kTypes[] = {
+constexpr TypeRow types[] = {
     {"Float", "float"},
     {"float", "float"},
     {"double", "float"},
@@ -87,9 +87,9 @@ constexpr TypeRow kTypes[] = {
 
 /// The host's type; empty for a property that holds no value (Compound and the like).
 std::string TypeOf(const FbxProperty& property) {
-    const auto* row = std::find_if(std::begin(kTypes), std::end(kTypes),
+    const auto* row = std::find_if(std::begin(types), std::end(types),
                                    [&](const TypeRow& r) { return property.type == r.fbx; });
-    std::string type = row == std::end(kTypes) ? "" : row->host;
+    std::string type = row == std::end(types) ? "" : row->host;
     if (type == "string" && (property.label == "Url" || property.label == "XRefUrl" ||
                              Lower(property.name).find("file") != std::string::npos)) {
         return "filename";
@@ -218,7 +218,7 @@ Json SuperClassName(std::uint32_t super) {
         return "camera";
     case 0x30:
         return "light";
-    case kMaterialSuperClass:
+    case materialSuperClass:
         return "material";
     default:
         return super;
@@ -266,7 +266,7 @@ Json HostEntry(const FbxObject& object, const HostClass& hostClass, const std::s
     entry["class_id"] = {hostClass.partA, hostClass.partB};
     if (hostClass.name.empty()) {
         entry["super_class"] = SuperClassName(hostClass.super);
-        if (hostClass.super == kMaterialSuperClass) {
+        if (hostClass.super == materialSuperClass) {
             entry["slot_list"] = SlotList(blocks);
         }
     }

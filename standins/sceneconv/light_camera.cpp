@@ -9,15 +9,15 @@ namespace sceneconv {
 namespace {
 
 // CoronaLight's own numbers.
-enum Shape { kSphere = 0, kRectangle = 1, kDisk = 2 };
-enum IntensityUnit { kCandela = 2, kLux = 3 };
+enum Shape { Sphere = 0, Rectangle = 1, Disk = 2 };
+enum IntensityUnit { Candela = 2, Lux = 3 };
 
 // What the host gives a new photometric light; other formats' strength 1 is taken for it.
-constexpr double kUsualCandela = 1500;
+constexpr double usualCandela = 1500;
 // A sun of strength 1 gives about this much.
-constexpr double kSunLux = 100000;
+constexpr double sunLux = 100000;
 // Lights without a size get a small one.
-constexpr double kBulbMetres = 0.05;
+constexpr double bulbMetres = 0.05;
 
 double MetresIn(const Unit& unit) {
     static const std::map<std::string, double> sizes = {
@@ -43,22 +43,22 @@ Json SunObject(const Light& light) {
             {"params",
              {{"on", light.on},
               {"intensity",
-               Tidy(light.unit == LightUnit::Lux ? light.intensity / kSunLux : light.intensity)},
+               Tidy(light.unit == LightUnit::Lux ? light.intensity / sunLux : light.intensity)},
               {"colorDirect", ColorJson(light.color[0], light.color[1], light.color[2])}}}};
 }
 
 Json BulbObject(const Light& light, const Unit& unit, double targetDistance) {
-    const double bulb = kBulbMetres / MetresIn(unit);
+    const double bulb = bulbMetres / MetresIn(unit);
     const bool area = light.kind == LightKind::Area;
     const bool spot = light.kind == LightKind::Spot;
     Json params;
     params["on"] = light.on;
-    params["shape"] = area ? kRectangle : spot ? kDisk : kSphere;
+    params["shape"] = area ? Rectangle : spot ? Disk : Sphere;
     params["width"] = Tidy(area && light.width > 0 ? light.width : bulb);
     params["height"] = Tidy(area && light.height > 0 ? light.height : bulb);
     params["intensity"] =
-        Tidy(light.unit == LightUnit::Factor ? light.intensity * kUsualCandela : light.intensity);
-    params["intensityUnits"] = kCandela;
+        Tidy(light.unit == LightUnit::Factor ? light.intensity * usualCandela : light.intensity);
+    params["intensityUnits"] = Candela;
     params["color"] = ColorJson(light.color[0], light.color[1], light.color[2]);
     if (spot) {
         // Full directionality is a beam, none the light of a plain disk.

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kUsage = 2;
+constexpr int usageStatus = 2;
 
 int ConvertAndReport(const std::filesystem::path& input, const std::filesystem::path& output) {
     sceneconv::Warnings warnings;
@@ -52,7 +52,7 @@ int main(int argc, char** argv) {
         std::cerr << "usage: sceneconv INPUT OUTPUT.json\n"
                      "INPUT: FBX, glTF, OBJ, Collada or any other format that the Open Asset "
                      "Import Library reads\n";
-        return kUsage;
+        return usageStatus;
     }
     const std::filesystem::path input = argv[1];
     const std::filesystem::path output = argv[2];

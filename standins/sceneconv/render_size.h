@@ -3,8 +3,8 @@
 
 namespace sceneconv {
 
-inline constexpr int kRenderWidth = 640;
-inline constexpr int kRenderHeight = 480;
-inline constexpr double kRenderAspect = double{kRenderWidth} / kRenderHeight;
+inline constexpr int renderWidth = 640;
+inline constexpr int renderHeight = 480;
+inline constexpr double renderAspect = double{renderWidth} / renderHeight;
 
 } // namespace sceneconv

@@ -12,7 +12,7 @@ namespace sceneconv {
 namespace {
 
 // Longer lists are written packed: text would be several times as long and slow to read.
-constexpr std::size_t kLongestPlainList = 240;
+constexpr std::size_t longestPlainList = 240;
 
 std::string Base64(const void* data, std::size_t size) {
     static constexpr char letters[] =
@@ -111,7 +111,7 @@ Json TransformJson(const Matrix& m) {
 }
 
 Json ListJson(const std::vector<float>& values) {
-    if (values.size() > kLongestPlainList) {
+    if (values.size() > longestPlainList) {
         return PackedList(values);
     }
     Json list = Json::array();
@@ -122,7 +122,7 @@ Json ListJson(const std::vector<float>& values) {
 }
 
 Json ListJson(const std::vector<std::uint32_t>& values) {
-    return values.size() > kLongestPlainList ? PackedList(values) : Json(values);
+    return values.size() > longestPlainList ? PackedList(values) : Json(values);
 }
 
 std::string ToUtf8(std::string_view text) {

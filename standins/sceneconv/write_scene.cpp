@@ -55,7 +55,7 @@ Json SceneJson(const SourceScene& scene, const std::filesystem::path& output, Wa
     json["version"] = 1;
     json["file_name"] = HostFileName(scene.file);
     json["units"] = {{"type", scene.unit.type}, {"scale", Tidy(scene.unit.scale)}};
-    json["render"] = {{"width", kRenderWidth}, {"height", kRenderHeight}};
+    json["render"] = {{"width", renderWidth}, {"height", renderHeight}};
     json["map_paths"] = files.MapPaths();
     json["maps"] = maps.Entries();
     json["materials"] = materials.Entries();

@@ -16,7 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr wchar_t kSquares[] = L"squares";
+constexpr wchar_t squaresNode[] = L"squares";
 
 /// Six squares with the material ids 0, 1, 2, 0, 1, 2 and the material.
 INode& OpenSquares(const json& material) {
@@ -25,7 +25,7 @@ INode& OpenSquares(const json& material) {
     scene["objects"] = {{"squares", Squares(6, {0, 1, 2})}};
     scene["nodes"] = {{{"name", "squares"}, {"object", "squares"}, {"material", "m"}}};
     OpenScene(scene);
-    return *NodeNamed(kSquares);
+    return *NodeNamed(squaresNode);
 }
 
 json WithoutSwitches(json map, int mode) {
@@ -100,7 +100,7 @@ Seen BakeByFace(json map) {
     OpenScene(scene);
     Bake();
     Seen seen;
-    for (const Bytes& colour : FaceColours(*NodeNamed(kSquares))) {
+    for (const Bytes& colour : FaceColours(*NodeNamed(squaresNode))) {
         seen.counts.insert(colour.count);
         seen.choices.insert(colour.choice);
         seen.variations.insert(colour.variation);
@@ -191,14 +191,14 @@ TEST(ChoiceRules, OneRuleAFace) {
 
     OpenSquares(Shows(MultiTexture(4, 2)));
     Bake();
-    EXPECT_EQ(FaceChoices(*NodeNamed(kSquares)), together);
+    EXPECT_EQ(FaceChoices(*NodeNamed(squaresNode)), together);
 
     // What is switched off takes no place.
     material["params"]["base_color_map_on"] = false;
     material["params"]["roughness_map_on"] = false;
     OpenSquares(material);
     EXPECT_THAT(Bake(), Each(Not(HasSubstr(L"not served"))));
-    EXPECT_NE(FaceChoices(*NodeNamed(kSquares)), together);
+    EXPECT_NE(FaceChoices(*NodeNamed(squaresNode)), together);
 }
 
 TEST(ChoiceRules, ListsWithoutMapsChooseNothing) {
@@ -209,7 +209,7 @@ TEST(ChoiceRules, ListsWithoutMapsChooseNothing) {
     material["params"]["bump_map"] = MultiTexture(3, 2);
     OpenSquares(material);
     Bake();
-    EXPECT_THAT(FaceChoices(*NodeNamed(kSquares)), Each(::testing::Ge(0)));
+    EXPECT_THAT(FaceChoices(*NodeNamed(squaresNode)), Each(::testing::Ge(0)));
 }
 
 } // namespace

@@ -5,10 +5,10 @@
 namespace brimwave {
 namespace {
 
+using brimwave::testing::accountAnswer;
 using brimwave::testing::FakeHttp;
-using brimwave::testing::kAccount;
-using brimwave::testing::kService;
 using brimwave::testing::RecordingPanel;
+using brimwave::testing::serviceBase;
 using brimwave::testing::TempFolder;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
@@ -17,7 +17,7 @@ using ::testing::StartsWith;
 class ExportSequence : public brimwave::testing::SequenceTest {};
 
 TEST_F(ExportSequence, RunsItsStagesInOrder) {
-    http->Answer(200, kAccount).Answer(201, L"{}");
+    http->Answer(200, accountAnswer).Answer(201, L"{}");
     ExportAndSend(panel);
 
     const std::wstring folder = JobFolder();
@@ -42,7 +42,7 @@ TEST_F(ExportSequence, RunsItsStagesInOrder) {
 }
 
 TEST_F(ExportSequence, SendsThePackageWhileItIsThere) {
-    http->Answer(200, kAccount).Answer(201, L"{}");
+    http->Answer(200, accountAnswer).Answer(201, L"{}");
     panel.token = L" \t token-2\r\n";
     panel.olderTarget = true;
     std::string package;
@@ -54,10 +54,10 @@ TEST_F(ExportSequence, SendsThePackageWhileItIsThere) {
 
     ASSERT_EQ(http->Requests().size(), 2u);
     const auto& check = http->Requests()[0];
-    EXPECT_EQ(check.url, std::wstring(kService) + L"/api/balance");
+    EXPECT_EQ(check.url, std::wstring(serviceBase) + L"/api/balance");
     EXPECT_EQ(check.token, L"token-2");
     const auto& job = http->Requests()[1];
-    EXPECT_EQ(job.url, std::wstring(kService) + L"/node/api/v1/jobs");
+    EXPECT_EQ(job.url, std::wstring(serviceBase) + L"/node/api/v1/jobs");
     EXPECT_EQ(job.token, L"token-2");
     EXPECT_EQ(job.extraHeaders,
               L"X-Job-Name: " + JobFolder() + L"\r\nX-Blender-Target-Version: 5.1");
@@ -69,7 +69,7 @@ TEST_F(ExportSequence, SendsThePackageWhileItIsThere) {
 }
 
 TEST_F(ExportSequence, StopsBeforeAnythingChanges) {
-    const std::wstring dashboard = std::wstring(kService) + L"/dashboard";
+    const std::wstring dashboard = std::wstring(serviceBase) + L"/dashboard";
     const struct {
         const char* what;
         std::wstring token;
@@ -94,11 +94,11 @@ TEST_F(ExportSequence, StopsBeforeAnythingChanges) {
          HttpResult{.text = L"HTTP request failed, GetLastError=12029"},
          {},
          L"Cannot connect to server:\nHTTP request failed, GetLastError=12029"},
-        {"no folder", L"t", HttpResult{.ok = true, .status = 200, .text = kAccount}, L"",
+        {"no folder", L"t", HttpResult{.ok = true, .status = 200, .text = accountAnswer}, L"",
          L"Select an Exchange Folder."},
-        {"blank folder", L"t", HttpResult{.ok = true, .status = 200, .text = kAccount}, L" ",
+        {"blank folder", L"t", HttpResult{.ok = true, .status = 200, .text = accountAnswer}, L" ",
          L"Folder does not exist:\n "},
-        {"missing folder", L"t", HttpResult{.ok = true, .status = 200, .text = kAccount},
+        {"missing folder", L"t", HttpResult{.ok = true, .status = 200, .text = accountAnswer},
          exchange.Path(L"not there"), L"Folder does not exist:\n" + exchange.Path(L"not there")},
     };
     for (const auto& row : rows) {
@@ -119,7 +119,7 @@ TEST_F(ExportSequence, StopsBeforeAnythingChanges) {
 }
 
 TEST_F(ExportSequence, TakesAFileAsExchangeFolderAndFailsWithTheExport) {
-    http->Answer(200, kAccount);
+    http->Answer(200, accountAnswer);
     panel.folder = exchange.Write(L"file.txt", "x");
     ExportAndSend(panel);
     ASSERT_GE(panel.calls.size(), 2u);
@@ -128,7 +128,7 @@ TEST_F(ExportSequence, TakesAFileAsExchangeFolderAndFailsWithTheExport) {
 }
 
 TEST_F(ExportSequence, RefusedBakeLeavesTheSceneAndReady) {
-    http->Answer(200, kAccount);
+    http->Answer(200, accountAnswer);
     panel.bakeGeometry = true;
     panel.answer = false;
     ExportAndSend(panel);
@@ -149,7 +149,7 @@ TEST_F(ExportSequence, RefusedBakeLeavesTheSceneAndReady) {
 TEST_F(ExportSequence, RenderableSplinesTravelAsMeshesUnderTheirName) {
     scene["nodes"][0]["children"][1]["material"] = "steel";
     Open();
-    http->Answer(200, kAccount).Answer(200, L"");
+    http->Answer(200, accountAnswer).Answer(200, L"");
     ExportAndSend(panel);
     EXPECT_EQ(panel.status, L"Done  OK  Objects: 3");
     const std::string package = http->Requests().back().body.value_or("");
@@ -162,7 +162,7 @@ TEST_F(ExportSequence, RenderableSplinesTravelAsMeshesUnderTheirName) {
 }
 
 TEST_F(ExportSequence, BakesAfterYesAndStillRemovesTheTwins) {
-    http->Answer(200, kAccount).Answer(200, L"");
+    http->Answer(200, accountAnswer).Answer(200, L"");
     panel.bakeGeometry = true;
     std::wstring nodesAtConfirm;
     panel.onCall = [&](const std::wstring& line) {
@@ -196,7 +196,7 @@ TEST_F(ExportSequence, TellsWhatTheVRayConversionDid) {
                               "    fn convertNodeArray nodes = if nodes.count > 1 do throw \"2\")\n"
                               "::CoronaConverter = BW_converter()\n")));
     Open();
-    http->Answer(200, kAccount).Answer(200, L"");
+    http->Answer(200, accountAnswer).Answer(200, L"");
     ExportAndSend(panel);
     EXPECT_THAT(panel.Lines(L"status 17"),
                 ElementsAre(L"status 17 busy: V-Ray converted: 1 objects"));
@@ -206,7 +206,7 @@ TEST_F(ExportSequence, TellsWhatTheVRayConversionDid) {
     Open();
     ClearExchange();
     panel.calls.clear();
-    NewService().Answer(200, kAccount);
+    NewService().Answer(200, accountAnswer);
     ExportAndSend(panel);
     ASSERT_GE(panel.calls.size(), 3u);
     EXPECT_THAT(
@@ -226,7 +226,7 @@ TEST_F(ExportSequence, TellsEveryAnswerOfTheService) {
         L"\n\nNothing was submitted - check your connection/token and try again.";
     const std::wstring topUp = L"message [Brimwave Platform - Balance] Insufficient credits.\n"
                                L"Top up your balance at " +
-                               std::wstring(kService) + L"/dashboard";
+                               std::wstring(serviceBase) + L"/dashboard";
     const struct {
         int status; // 0: the transport failed
         std::wstring text;
@@ -247,7 +247,7 @@ TEST_F(ExportSequence, TellsEveryAnswerOfTheService) {
         SCOPED_TRACE(::testing::PrintToString(row.last));
         panel.calls.clear();
         ClearExchange();
-        NewService().Answer(200, kAccount);
+        NewService().Answer(200, accountAnswer);
         if (row.status > 0)
             http->Answer(row.status, row.text);
         else
@@ -266,7 +266,7 @@ TEST_F(ExportSequence, TakesEverySuccessForDoneWhateverItSays) {
     for (const int status : {200, 201, 204, 299}) {
         SCOPED_TRACE(status);
         ClearExchange();
-        NewService().Answer(200, kAccount).Answer(status, L"insufficient balance");
+        NewService().Answer(200, accountAnswer).Answer(status, L"insufficient balance");
         ExportAndSend(panel);
         EXPECT_EQ(panel.status, L"Done  OK  Objects: 2");
         EXPECT_FALSE(Exists(JobFolder() + L"\\1.json"));
@@ -281,7 +281,7 @@ TEST_F(ExportSequence, WorksInFoldersOfAnyDepthAndScript) {
     Open();
     panel.folder = exchange.Path(deep);
     std::filesystem::create_directories(TempFolder::Native(panel.folder));
-    http->Answer(200, kAccount).Answer(200, L"");
+    http->Answer(200, accountAnswer).Answer(200, L"");
     ExportAndSend(panel);
     ASSERT_EQ(panel.status, L"Done  OK  Objects: 2");
     const std::wstring job = panel.folder + L"\\" + panel.jobLabel.substr(5);
@@ -297,7 +297,7 @@ TEST_F(ExportSequence, WorksInFoldersOfAnyDepthAndScript) {
 TEST_F(ExportSequence, NamesAnUnsavedSceneUntitled) {
     scene["file_name"] = "";
     Open();
-    http->Answer(200, kAccount).Answer(200, L"");
+    http->Answer(200, accountAnswer).Answer(200, L"");
     ExportAndSend(panel);
     EXPECT_THAT(JobFolder(), StartsWith(L"untitled_"));
     EXPECT_TRUE(Exists(JobFolder() + L"\\untitled.fbx"));

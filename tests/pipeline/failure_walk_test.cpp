@@ -14,7 +14,7 @@
 namespace brimwave {
 namespace {
 
-using brimwave::testing::kAccount;
+using brimwave::testing::accountAnswer;
 using brimwave::testing::RecordingPanel;
 using brimwave::testing::TempFolder;
 using simhost::Call;
@@ -33,7 +33,7 @@ class FailureWalk : public brimwave::testing::SequenceTest {
     }
 
     void Run() {
-        NewService().Answer(200, kAccount).Answer(200, L"");
+        NewService().Answer(200, accountAnswer).Answer(200, L"");
         ExportAndSend(panel);
         ExpectFinished();
         ExpectSceneAsBefore();
@@ -45,7 +45,7 @@ class FailureWalk : public brimwave::testing::SequenceTest {
     }
 };
 
-constexpr wchar_t kFbxRefused[] =
+constexpr wchar_t fbxRefused[] =
     L"error: FBX export failed (FBX exporter not available or export was rejected — is the FBX "
     L"plugin installed in 3ds Max?)";
 
@@ -55,7 +55,7 @@ TEST_F(FailureWalk, ExporterMissingRefusingThrowingOrSilent) {
         scene["faults"] = {{"exporter", fault}};
         Open();
         Run();
-        EXPECT_EQ(LastBox(), kFbxRefused);
+        EXPECT_EQ(LastBox(), fbxRefused);
     }
     ClearExchange();
     scene["faults"] = {{"exporter", "writes_nothing"}};
@@ -126,8 +126,8 @@ TEST_F(FailureWalk, FoldersTurnReadOnly) {
         const char* folder; // in the job folder; null: the Exchange Folder
         std::wstring status, box;
     } rows[] = {
-        {8, 12, nullptr, L"Error.", kFbxRefused},
-        {25, 40, "", L"Error.", kFbxRefused},
+        {8, 12, nullptr, L"Error.", fbxRefused},
+        {25, 40, "", L"Error.", fbxRefused},
         {40, 55, "textures", L"Done  OK  Objects: 2", L""},
         {65, 78, "", L"Error.", L"error: Package export returned failure."},
     };
@@ -174,7 +174,7 @@ TEST_F(FailureWalk, DiskFullWhileThePackageIsWritten) {
 TEST_F(FailureWalk, DiskFullWhileTheFbxIsWritten) {
     At(25, [](const fs::path& folder) { fs::create_symlink("/dev/full", folder / "room.fbx"); });
     Run();
-    EXPECT_EQ(LastBox(), kFbxRefused);
+    EXPECT_EQ(LastBox(), fbxRefused);
 }
 
 #endif
@@ -191,7 +191,7 @@ TEST_F(FailureWalk, TransportThrows) {
     for (const std::size_t failing : {1u, 2u}) {
         SCOPED_TRACE(failing);
         panel.calls.clear();
-        NewService().Answer(200, kAccount).Answer(200, L"");
+        NewService().Answer(200, accountAnswer).Answer(200, L"");
         http->OnRequest([&](const auto&) {
             if (http->Requests().size() == failing)
                 throw std::runtime_error("the transport broke");
@@ -305,7 +305,7 @@ TEST_F(FailureWalk, ThirdPartyClassesAndTheHostItselfThrow) {
             if (std::string_view(row.place) != "/faults")
                 entry["throw_kind"] = kind;
             Open();
-            NewService().Answer(200, kAccount).Answer(200, L"");
+            NewService().Answer(200, accountAnswer).Answer(200, L"");
             ExportAndSend(panel);
             ExpectFinished();
             ExpectSceneAsBefore();
@@ -314,7 +314,7 @@ TEST_F(FailureWalk, ThirdPartyClassesAndTheHostItselfThrow) {
 }
 
 TEST_F(FailureWalk, PanelThrowsAtAnyCall) {
-    NewService().Answer(200, kAccount).Answer(200, L"");
+    NewService().Answer(200, accountAnswer).Answer(200, L"");
     ExportAndSend(panel);
     const std::size_t calls = panel.calls.size();
     ASSERT_GT(calls, 12u);
@@ -326,7 +326,7 @@ TEST_F(FailureWalk, PanelThrowsAtAnyCall) {
             if (panel.calls.size() == failing + 1)
                 throw std::bad_alloc();
         };
-        NewService().Answer(200, kAccount).Answer(200, L"");
+        NewService().Answer(200, accountAnswer).Answer(200, L"");
         ExportAndSend(panel);
         ExpectFinished();
         ExpectSceneAsBefore();

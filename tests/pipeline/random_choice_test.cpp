@@ -10,7 +10,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr std::uint32_t kElements = 10000;
+constexpr std::uint32_t elementCount = 10000;
 
 std::uint64_t ElementBits(std::int32_t seed, std::uint32_t element, RandomUse use) {
     return RandomKey(seed).With(RandomItem::Element, element).Bits(use);
@@ -36,8 +36,8 @@ void ExpectSpread(const std::vector<double>& shares, IndexOf indexOf) {
     std::vector<int> seen(shares.size());
     std::vector<double> expected;
     for (const double share : shares)
-        expected.push_back(share * kElements);
-    for (std::uint32_t element = 0; element < kElements; ++element)
+        expected.push_back(share * elementCount);
+    for (std::uint32_t element = 0; element < elementCount; ++element)
         ++seen.at(indexOf(element));
     EXPECT_LT(ChiSquare(seen, expected), ChanceLimit(static_cast<double>(shares.size()) - 1));
 }
@@ -129,9 +129,9 @@ TEST(RandomChoice, EqualWeightsAreNoWeights) {
     EXPECT_EQ(WeightedChoice(0).Count(), 1u);
     EXPECT_EQ(WeightedChoice(255).Pick(most), 254u);
     EXPECT_EQ(WeightedChoice(255).Pick(0), 0u);
-    const WeightedChoice heaviest(std::vector<std::uint32_t>(400, WeightSteps(kMostWeight)));
+    const WeightedChoice heaviest(std::vector<std::uint32_t>(400, WeightSteps(mostWeight)));
     EXPECT_EQ(heaviest.Pick(most), 399u);
-    const WeightedChoice lopsided({0, WeightSteps(kMostWeight), 1, 0});
+    const WeightedChoice lopsided({0, WeightSteps(mostWeight), 1, 0});
     EXPECT_EQ(lopsided.Pick(0), 1u);
     EXPECT_EQ(lopsided.Pick(most), 2u);
 }

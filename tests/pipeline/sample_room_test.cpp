@@ -10,7 +10,7 @@
 namespace brimwave {
 namespace {
 
-using brimwave::testing::kAccount;
+using brimwave::testing::accountAnswer;
 using brimwave::testing::TempFolder;
 using ::testing::HasSubstr;
 using ::testing::Not;
@@ -25,7 +25,7 @@ class SampleRoom : public brimwave::testing::SequenceTest {
         BakeMultiTextureVC();
         baked_ = simhost::SnapshotScene();
         OpenRoom();
-        http->Answer(200, kAccount).Answer(201, L"{}");
+        http->Answer(200, accountAnswer).Answer(201, L"{}");
     }
 
     static void OpenRoom() {
@@ -63,7 +63,7 @@ TEST_F(SampleRoom, AFailedExportLeavesNoTwinEither) {
             twins = NodeNamed(L"Lamp cable_bwSplineSrc") ? 1 : 0;
             throw std::runtime_error("the panel broke");
         };
-        NewService().Answer(200, kAccount).Answer(201, L"{}");
+        NewService().Answer(200, accountAnswer).Answer(201, L"{}");
         ExportAndSend(panel);
         EXPECT_EQ(twins, 1);
         // The bake comes after the stage's announcement; once baked, it changes nothing more.

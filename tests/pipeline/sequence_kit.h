@@ -10,8 +10,8 @@
 
 namespace brimwave::testing {
 
-inline constexpr wchar_t kService[] = L"https://service.test:8443";
-inline constexpr wchar_t kAccount[] =
+inline constexpr wchar_t serviceBase[] = L"https://service.test:8443";
+inline constexpr wchar_t accountAnswer[] =
     L"{\"balance\": 42, \"daily_limit\": 10, \"conversions_left\": 7}";
 
 /// A saved scene with two boxes, a renderable spline in a group, unsafe material names and three
@@ -90,7 +90,7 @@ class SequenceTest : public ::testing::Test {
     std::optional<FakeHttp> http{std::in_place};
 
   private:
-    ScopedVariable service_{"BRIMWAVE_SERVICE_URL", WideToUtf8(kService) + "/"};
+    ScopedVariable service_{"BRIMWAVE_SERVICE_URL", WideToUtf8(serviceBase) + "/"};
     ScopedVariable noVRay_{"BRIMWAVE_VRAY_CONVERT", ""};
     std::string before_;
 };

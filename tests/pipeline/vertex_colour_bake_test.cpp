@@ -26,7 +26,7 @@ class VertexColourBake : public ::testing::Test {
   protected:
     void SetUp() override {
         scene = EmptyScene();
-        scene["materials"] = {{"random", Shows(MultiTexture(4, kByElement))},
+        scene["materials"] = {{"random", Shows(MultiTexture(4, byElement))},
                               {"plain", Shows(Bitmaps(1)[0])}};
         scene["objects"] = {{"mesh", Squares(8)}};
     }
@@ -55,13 +55,13 @@ class VertexColourBake : public ::testing::Test {
         EXPECT_THAT(FaceChoices(Node(name)), ::testing::Not(IsEmpty()));
     }
 
-    static constexpr int kById = 0, kByObject = 1, kByElement = 2;
+    static constexpr int byId = 0, byObject = 1, byElement = 2;
     json scene;
 };
 
 TEST_F(VertexColourBake, TenThousandElementsAreSpreadEvenly) {
     for (const int maps : {3, 10}) {
-        scene["materials"]["random"] = Shows(MultiTexture(maps, kByElement, 12345));
+        scene["materials"]["random"] = Shows(MultiTexture(maps, byElement, 12345));
         scene["objects"]["mesh"] = Squares(10000);
         scene["nodes"].clear();
         AddNode("floor", "mesh", "random");
@@ -142,7 +142,7 @@ TEST_F(VertexColourBake, LeavesAloneWhatShowsNoSuchMap) {
 }
 
 TEST_F(VertexColourBake, HarmsNobodyWhoSharesTheMesh) {
-    scene["materials"]["other"] = Shows(MultiTexture(5, kByElement));
+    scene["materials"]["other"] = Shows(MultiTexture(5, byElement));
     scene["objects"]["reference"] = {{"base", "mesh"}, {"modifiers", {{{"class", "UVW Map"}}}}};
     AddNode("a", "mesh", "random");
     AddNode("b", "mesh", "random");
@@ -164,7 +164,7 @@ TEST_F(VertexColourBake, HarmsNobodyWhoSharesTheMesh) {
 }
 
 TEST_F(VertexColourBake, InstancesChooseForThemselvesOnlyByObject) {
-    scene["materials"]["random"] = Shows(MultiTexture(2, kByObject));
+    scene["materials"]["random"] = Shows(MultiTexture(2, byObject));
     for (int i = 0; i < 12; ++i)
         AddNode(("chair " + std::to_string(i)).c_str(), "mesh", "random");
     OpenAndBake();
@@ -181,7 +181,7 @@ TEST_F(VertexColourBake, InstancesChooseForThemselvesOnlyByObject) {
     EXPECT_THAT(choices, ElementsAre(0, 1));
     EXPECT_THAT(objects, SizeIs(2)); // one mesh for each choice, not one for each chair
 
-    json map = MultiTexture(2, kByObject);
+    json map = MultiTexture(2, byObject);
     map["params"]["hue_random"] = 1;
     scene["materials"]["random"] = Shows(map);
     OpenAndBake();
@@ -195,7 +195,7 @@ TEST_F(VertexColourBake, OtherObjectsBecomeMeshes) {
     const json poly = {{"class", "Editable Poly"}, {"mesh", SquaresMesh(3)}};
     const json raise = {{"class", "XForm"},
                         {"matrix", {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 9}}}};
-    scene["materials"]["by id"] = Shows(MultiTexture(100, kById));
+    scene["materials"]["by id"] = Shows(MultiTexture(100, byId));
     AddNode("poly", poly, "random");
     AddNode("box", {{"class", "Box"}}, "by id");
     AddNode("raised", {{"class", "Editable Mesh"}, {"mesh", SquaresMesh(3)}}, "random",
@@ -220,7 +220,7 @@ TEST_F(VertexColourBake, SkipsWhatItWouldSpoilAndSaysSo) {
     json solid = {{"class", "Box"}, {"converts", false}};
     json broken = Squares(2);
     broken["throws"] = {"ConvertToType"};
-    scene["materials"]["shows colours"] = Shows(MultiTexture(4, kByElement));
+    scene["materials"]["shows colours"] = Shows(MultiTexture(4, byElement));
     scene["materials"]["shows colours"]["params"]["bump_map"] = {{"class", "Vertex Color"}};
     json coloured = Squares(1);
     coloured["mesh"]["colors"] = {{"values", json::array({{0.25, 0.5, 1}})},
@@ -259,10 +259,10 @@ TEST_F(VertexColourBake, GoesOnPastWhatThrows) {
                 fault["throw_kind"] = "other";
             AddNode(call, Squares(2), "random", fault);
         }
-        json map = MultiTexture(4, kByElement);
+        json map = MultiTexture(4, byElement);
         map["throws"] = true;
         scene["materials"]["broken map"] = Shows(map);
-        scene["materials"]["broken"] = Shows(MultiTexture(4, kByElement));
+        scene["materials"]["broken"] = Shows(MultiTexture(4, byElement));
         scene["materials"]["broken"]["throws"] = true;
         AddNode("broken map", Squares(2), "broken map");
         AddNode("broken material", Squares(2), "broken");

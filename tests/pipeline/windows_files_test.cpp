@@ -91,7 +91,7 @@ class JobFiles : public brimwave::testing::SequenceTest {
         };
         ClearExchange();
         panel.calls.clear();
-        NewService().Answer(200, brimwave::testing::kAccount).Answer(200, L"");
+        NewService().Answer(200, brimwave::testing::accountAnswer).Answer(200, L"");
         ExportAndSend(panel);
         ExpectFinished();
         ExpectSceneAsBefore();
@@ -122,7 +122,7 @@ TEST_F(JobFiles, LightProfilesBelowLongPathsAreRead) {
         {{"name", "lamp"},
          {"object", {{"class", "VRayIES"}, {"params", {{"ies_file", WideToUtf8(file)}}}}}});
     Open();
-    NewService().Answer(200, brimwave::testing::kAccount).Answer(200, L"");
+    NewService().Answer(200, brimwave::testing::accountAnswer).Answer(200, L"");
     ExportAndSend(panel);
     EXPECT_THAT(http->Requests().back().body.value_or(""), HasSubstr("far down"));
 }

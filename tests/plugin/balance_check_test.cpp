@@ -56,7 +56,7 @@ class BalanceCheckTest : public ::testing::Test {
     static LPARAM WaitForRecord() {
         MSG message{};
         while (GetMessageW(&message, nullptr, 0, 0) > 0)
-            if (message.message == kBalanceChecked)
+            if (message.message == balanceChecked)
                 return message.lParam;
         return 0;
     }
@@ -123,7 +123,7 @@ TEST_F(BalanceCheckTest, NothingLeaksWheneverThePanelLetsGo) {
         Sleep(20);
         check.reset();
         MSG message{};
-        EXPECT_FALSE(PeekMessageW(&message, window_, kBalanceChecked, kBalanceChecked, PM_REMOVE));
+        EXPECT_FALSE(PeekMessageW(&message, window_, balanceChecked, balanceChecked, PM_REMOVE));
     });
     ExpectNoLeak("the window is gone", [] {
         const HWND gone = NewWindow();

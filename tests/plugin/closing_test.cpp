@@ -9,8 +9,8 @@
 namespace brimwave::testing {
 namespace {
 
-constexpr int kFirstCycles = 3; // until the system has what it keeps
-constexpr int kCycles = 10;
+constexpr int firstCycles = 3; // until the system has what it keeps
+constexpr int cycles = 10;
 
 class ClosingTest : public LivePanelTest {
   protected:
@@ -29,7 +29,7 @@ class ClosingTest : public LivePanelTest {
         host_->ClosePanel();
     }
 
-    /// What kCycles runs of `act` leave behind.
+    /// What cycles runs of `act` leave behind.
     ProcessResources LeftBy(const std::function<void()>& act) {
         const auto run = [&](int times) {
             for (int i = 0; i < times; ++i)
@@ -38,9 +38,9 @@ class ClosingTest : public LivePanelTest {
             host_->User().WaitUntilIdle();
             return CountResources(host_->UiThread());
         };
-        run(kFirstCycles - 1);
+        run(firstCycles - 1);
         const ProcessResources before = run(1);
-        ProcessResources left = run(kCycles) - before;
+        ProcessResources left = run(cycles) - before;
         // A thread that was let go of ends when its request does.
         for (int i = 0; i < 25 && left.threads > 0; ++i) {
             host_->User().WaitUntilSettled();
@@ -66,7 +66,7 @@ class ClosingTest : public LivePanelTest {
             EXPECT_FALSE(IsWindow(host_->Panel())) << state;
         });
         const ProcessResources bare = LeftBy([this] { ShowBareDialog(); });
-        EXPECT_LT(left.blocks, bare.blocks + kCycles) << state; // not one a time
+        EXPECT_LT(left.blocks, bare.blocks + cycles) << state; // not one a time
         EXPECT_LE(left.drawing, bare.drawing) << state;
         EXPECT_EQ(left.windows, 0) << state;
         EXPECT_LE(left.threads, 0) << state;
@@ -96,8 +96,7 @@ TEST_F(ClosingTest, LeavesNothingBehindDuringAnExport) {
         host_->ClosePanel();
         host_->User().WaitUntilIdle();
     });
-    EXPECT_EQ(NewJobs().size(), std::size_t{kFirstCycles + kCycles})
-        << "each run goes on to its end";
+    EXPECT_EQ(NewJobs().size(), std::size_t{firstCycles + cycles}) << "each run goes on to its end";
 }
 
 TEST_F(ClosingTest, TheHostMayCloseItWhileABoxIsOpen) {

@@ -18,12 +18,12 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr const wchar_t* kService = L"http://panel.test:8080";
+constexpr const wchar_t* panelService = L"http://panel.test:8080";
 
 class CommandsTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        SetEnvironmentVariableW(L"BRIMWAVE_SERVICE_URL", kService);
+        SetEnvironmentVariableW(L"BRIMWAVE_SERVICE_URL", panelService);
         host_.OpenPanel();
     }
     /// Waits for the folder browser until it stands on the folder `name`.
@@ -161,14 +161,14 @@ TEST_F(CommandsTest, ATextThatIsTooLongShowsInATip) {
     EXPECT_EQ(tip(IDC_STATUS), L"") << "no tip for what can be read anyway";
 }
 
-constexpr std::wstring_view kRecordLink = L"--record-link";
+constexpr std::wstring_view recordLink = L"--record-link";
 
 /// This program as the handler of a link: started as `PROGRAM --record-link FILE ADDRESS` it
 /// writes the address to the file and ends before any test.
 const bool recordedLink = [] {
     int count = 0;
     LPWSTR* const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
-    const bool wanted = count == 4 && arguments[1] == kRecordLink;
+    const bool wanted = count == 4 && arguments[1] == recordLink;
     if (wanted) {
         const std::filesystem::path part = std::wstring(arguments[2]) + L".part";
         std::ofstream(part) << simhost::WideToUtf8(arguments[3]);
@@ -185,7 +185,7 @@ class LinkHandler {
     explicit LinkHandler(const std::wstring& file) : before_(Command()) {
         std::array<wchar_t, 1024> program{};
         GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size()));
-        SetCommand(L"\"" + std::wstring(program.data()) + L"\" " + std::wstring(kRecordLink) +
+        SetCommand(L"\"" + std::wstring(program.data()) + L"\" " + std::wstring(recordLink) +
                    L" \"" + file + L"\" \"%1\"");
     }
     ~LinkHandler() { SetCommand(before_); }
@@ -193,16 +193,17 @@ class LinkHandler {
     LinkHandler& operator=(const LinkHandler&) = delete;
 
   private:
-    static constexpr const wchar_t* kKey = L"http\\shell\\open\\command";
+    static constexpr const wchar_t* openCommandKey = L"http\\shell\\open\\command";
 
     static std::wstring Command() {
         std::array<wchar_t, 1024> text{};
         DWORD bytes = sizeof text;
-        RegGetValueW(HKEY_CLASSES_ROOT, kKey, nullptr, RRF_RT_REG_SZ, nullptr, text.data(), &bytes);
+        RegGetValueW(HKEY_CLASSES_ROOT, openCommandKey, nullptr, RRF_RT_REG_SZ, nullptr,
+                     text.data(), &bytes);
         return text.data();
     }
     static void SetCommand(const std::wstring& value) {
-        RegSetKeyValueW(HKEY_CLASSES_ROOT, kKey, nullptr, REG_SZ, value.c_str(),
+        RegSetKeyValueW(HKEY_CLASSES_ROOT, openCommandKey, nullptr, REG_SZ, value.c_str(),
                         static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
     }
 
@@ -210,7 +211,7 @@ class LinkHandler {
 };
 
 TEST_F(CommandsTest, TheLinkOpensByMouseAndByKeyboard) {
-    EXPECT_EQ(host_.Text(IDC_LINK), kService);
+    EXPECT_EQ(host_.Text(IDC_LINK), panelService);
     const std::pair<const char*, std::function<void()>> ways[] = {
         {"click",
          [this] {

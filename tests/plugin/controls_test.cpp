@@ -10,7 +10,7 @@
 namespace brimwave::testing {
 namespace {
 
-constexpr int kNone = -1;
+constexpr int none = -1;
 
 struct ControlRow {
     int id;
@@ -21,19 +21,19 @@ struct ControlRow {
 };
 
 // In tab order. Texts of null are filled in when the panel opens.
-const ControlRow kControls[] = {
+const ControlRow controls[] = {
     {1001, L"Static", SS_BITMAP, L"", 7, 6, 226, 40},
     {1002, L"Static", SS_RIGHT, L"v3.41", 178, 48, 56, 10},
-    {kNone, L"Button", BS_GROUPBOX, L"API Token", 6, 60, 228, 33},
+    {none, L"Button", BS_GROUPBOX, L"API Token", 6, 60, 228, 33},
     {1003, L"Edit", ES_AUTOHSCROLL, L"", 10, 73, 188, 14},
     {1004, L"Button", BS_PUSHBUTTON, L"Save", 202, 72, 28, 15},
-    {kNone, L"Button", BS_GROUPBOX, L"Balance", 6, 96, 228, 28},
+    {none, L"Button", BS_GROUPBOX, L"Balance", 6, 96, 228, 28},
     {1005, L"Static", SS_LEFT, L"-", 12, 108, 154, 12},
     {1006, L"Button", BS_PUSHBUTTON, L"Refresh", 182, 105, 48, 15},
-    {kNone, L"Button", BS_GROUPBOX, L"Exchange Folder", 6, 126, 228, 32},
+    {none, L"Button", BS_GROUPBOX, L"Exchange Folder", 6, 126, 228, 32},
     {1007, L"Edit", ES_AUTOHSCROLL, L"", 10, 138, 188, 14},
     {1008, L"Button", BS_PUSHBUTTON, L"...", 202, 137, 28, 15},
-    {kNone, L"Button", BS_GROUPBOX, L"Options", 6, 160, 228, 72},
+    {none, L"Button", BS_GROUPBOX, L"Options", 6, 160, 228, 72},
     {1009, L"Button", BS_AUTOCHECKBOX, L"Export Displacement", 12, 172, 140, 10},
     {1010, L"Button", BS_AUTOCHECKBOX, L"Bake Geometry (Ungroup -> Reset XForm -> Editable Poly)",
      12, 186, 220, 10},
@@ -89,9 +89,9 @@ class ControlsTest : public ::testing::Test {
 
 TEST_F(ControlsTest, EveryControlStandsWhereItBelongs) {
     HWND control = GetWindow(panel_, GW_CHILD);
-    for (const ControlRow& row : kControls) {
+    for (const ControlRow& row : controls) {
         ASSERT_NE(control, nullptr) << row.id;
-        if (row.id != kNone) {
+        if (row.id != none) {
             EXPECT_EQ(GetDlgCtrlID(control), row.id);
         }
         ExpectRow(control, row);

@@ -21,7 +21,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
-constexpr std::string_view kScene = R"({
+constexpr std::string_view sceneText = R"({
   "format": "simhost-scene", "version": 1, "file_name": "C:\\Scenes\\room.v2.max",
   "maps": { "gone": { "class": "Bitmap", "name": "Gone", "file": "C:\\gone\\wood.png" } },
   "materials": {
@@ -38,7 +38,7 @@ constexpr std::string_view kScene = R"({
 
 class ExportTest : public LivePanelTest {
   protected:
-    [[nodiscard]] std::string_view Scene() const override { return kScene; }
+    [[nodiscard]] std::string_view Scene() const override { return sceneText; }
     void Start() override {
         before_ = simhost::SnapshotScene();
         Open();

@@ -10,7 +10,7 @@
 namespace brimwave::testing {
 namespace {
 
-constexpr auto kLongestTest = std::chrono::seconds(90);
+constexpr auto longestTest = std::chrono::seconds(90);
 
 } // namespace
 
@@ -46,7 +46,7 @@ PanelHost::PanelHost(const std::wstring& settingsFolder) {
         throw;
     }
     robot_ = std::make_unique<simhost::Robot>(*window_, uiThread_,
-                                              simhost::Robot::Clock::now() + kLongestTest);
+                                              simhost::Robot::Clock::now() + longestTest);
 }
 
 PanelHost::~PanelHost() {

@@ -193,24 +193,24 @@ class DisplayScale {
   public:
     explicit DisplayScale(DWORD dpi) {
         DWORD size = sizeof before_;
-        hadOne_ = RegGetValueW(HKEY_CURRENT_USER, kKey, kName, RRF_RT_REG_DWORD, nullptr, &before_,
-                               &size) == ERROR_SUCCESS;
+        hadOne_ = RegGetValueW(HKEY_CURRENT_USER, desktopKey, pixelsValue, RRF_RT_REG_DWORD,
+                               nullptr, &before_, &size) == ERROR_SUCCESS;
         Set(dpi);
     }
     ~DisplayScale() {
         if (hadOne_)
             Set(before_);
         else
-            RegDeleteKeyValueW(HKEY_CURRENT_USER, kKey, kName);
+            RegDeleteKeyValueW(HKEY_CURRENT_USER, desktopKey, pixelsValue);
     }
     DisplayScale(const DisplayScale&) = delete;
     DisplayScale& operator=(const DisplayScale&) = delete;
 
   private:
-    static constexpr const wchar_t* kKey = L"Control Panel\\Desktop";
-    static constexpr const wchar_t* kName = L"LogPixels";
+    static constexpr const wchar_t* desktopKey = L"Control Panel\\Desktop";
+    static constexpr const wchar_t* pixelsValue = L"LogPixels";
     static void Set(DWORD dpi) {
-        RegSetKeyValueW(HKEY_CURRENT_USER, kKey, kName, REG_DWORD, &dpi, sizeof dpi);
+        RegSetKeyValueW(HKEY_CURRENT_USER, desktopKey, pixelsValue, REG_DWORD, &dpi, sizeof dpi);
     }
 
     DWORD before_ = 0;

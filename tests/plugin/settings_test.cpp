@@ -13,7 +13,7 @@
 namespace brimwave::testing {
 namespace {
 
-const std::wstring kSection = L"Settings";
+const std::wstring settingsSection = L"Settings";
 
 std::string Bytes(const std::wstring& path) {
     std::ifstream in(std::filesystem::path(path), std::ios::binary);
@@ -28,7 +28,7 @@ void WriteBytes(const std::wstring& path, std::string_view bytes) {
 }
 
 std::wstring Get(const std::wstring& path, const std::wstring& key) {
-    return ReadSetting(path, kSection, key, L"");
+    return ReadSetting(path, settingsSection, key, L"");
 }
 
 class ProfileTest : public ::testing::Test {
@@ -55,9 +55,9 @@ TEST_F(ProfileTest, AnyValueComesBackAsItWasWritten) {
         std::wstring(1023, L'x'),
     };
     for (const std::wstring& value : values) {
-        WriteSetting(file_, kSection, L"before", L"kept");
-        WriteSetting(file_, kSection, L"value", value);
-        WriteSetting(file_, kSection, L"after", L"kept");
+        WriteSetting(file_, settingsSection, L"before", L"kept");
+        WriteSetting(file_, settingsSection, L"value", value);
+        WriteSetting(file_, settingsSection, L"after", L"kept");
         EXPECT_EQ(Get(file_, L"value"), value);
         EXPECT_EQ(Get(file_, L"before"), L"kept");
         EXPECT_EQ(Get(file_, L"after"), L"kept");
@@ -65,15 +65,15 @@ TEST_F(ProfileTest, AnyValueComesBackAsItWasWritten) {
 }
 
 TEST_F(ProfileTest, ReadsAtMost1023Characters) {
-    WriteSetting(file_, kSection, L"value", std::wstring(1500, L'x'));
+    WriteSetting(file_, settingsSection, L"value", std::wstring(1500, L'x'));
     EXPECT_EQ(Get(file_, L"value"), std::wstring(1023, L'x'));
 }
 
 TEST_F(ProfileTest, MissingFilesAndKeysReadAsTheDefault) {
-    EXPECT_EQ(ReadSetting(file_, kSection, L"value", L"default"), L"default");
+    EXPECT_EQ(ReadSetting(file_, settingsSection, L"value", L"default"), L"default");
     EXPECT_FALSE(std::filesystem::exists(file_)) << "reading makes no file";
-    WriteSetting(file_, kSection, L"other", L"x");
-    EXPECT_EQ(ReadSetting(file_, kSection, L"value", L"default"), L"default");
+    WriteSetting(file_, settingsSection, L"other", L"x");
+    EXPECT_EQ(ReadSetting(file_, settingsSection, L"value", L"default"), L"default");
 }
 
 // Files as other programs and earlier versions leave them; all hold "old" with that value.
@@ -95,7 +95,7 @@ TEST_F(ProfileTest, OlderFilesKeepTheirValuesAndTakeAnyText) {
     const std::wstring cyrillic = L"D:\\\x041E\x0431\x043C\x0435\x043D";
     for (const auto& file : files) {
         WriteBytes(file_, file.bytes);
-        WriteSetting(file_, kSection, L"new", cyrillic);
+        WriteSetting(file_, settingsSection, L"new", cyrillic);
         EXPECT_EQ(Get(file_, L"old"), file.old) << file.name;
         EXPECT_EQ(Get(file_, L"new"), cyrillic) << file.name;
         EXPECT_TRUE(Bytes(file_).starts_with("\xFF\xFE")) << file.name;
@@ -108,13 +108,13 @@ TEST_F(ProfileTest, WhatCannotBeWrittenIsLeftAlone) {
     WriteBytes(file_, "[Settings]\r\nold=kept\r\n");
     const std::string before = Bytes(file_);
     SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_READONLY);
-    WriteSetting(file_, kSection, L"new", L"value");
+    WriteSetting(file_, settingsSection, L"new", L"value");
     EXPECT_EQ(Bytes(file_), before);
     EXPECT_EQ(Get(file_, L"old"), L"kept");
     SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_NORMAL);
 
     const std::wstring nowhere = folder_.File(L"missing\\settings.ini");
-    WriteSetting(nowhere, kSection, L"new", L"value");
+    WriteSetting(nowhere, settingsSection, L"new", L"value");
     EXPECT_EQ(Get(nowhere, L"new"), L"");
     EXPECT_FALSE(std::filesystem::exists(folder_.File(L"missing")));
 }

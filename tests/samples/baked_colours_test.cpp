@@ -21,8 +21,8 @@ using ::testing::ElementsAreArray;
 using ::testing::SizeIs;
 using testing::TempFolder;
 
-constexpr int kNoChoice = -1;
-constexpr unsigned kFacesOfBox = 12;
+constexpr int noChoice = -1;
+constexpr unsigned facesOfBox = 12;
 
 /// The choice of each element of a mesh whose elements have that many faces each and stand one
 /// after the other. Corners of one element that differ fail the test.
@@ -36,7 +36,7 @@ std::vector<int> ElementChoices(const aiMesh& mesh, unsigned facesPerElement, in
         for (unsigned k = 0; k < mesh.mFaces[f].mNumIndices; ++k) {
             const aiColor4D& colour = mesh.mColors[0][mesh.mFaces[f].mIndices[k]];
             const auto decoded = DecodeChoice(colour.r, colour.g, colour.b);
-            const int choice = decoded ? decoded->choice : kNoChoice;
+            const int choice = decoded ? decoded->choice : noChoice;
             EXPECT_EQ(decoded ? decoded->count : count, count);
             if (f % facesPerElement == 0 && k == 0)
                 choices.push_back(choice);
@@ -83,7 +83,7 @@ class BakedColours : public ::testing::Test {
     static void ExpectRoom(const aiScene& scene) {
         const std::vector<const aiMesh*> floor = MeshesOf(scene, "Floor");
         ASSERT_THAT(floor, SizeIs(1));
-        const std::vector<int> planks = ElementChoices(*floor[0], kFacesOfBox, 3);
+        const std::vector<int> planks = ElementChoices(*floor[0], facesOfBox, 3);
         ASSERT_THAT(planks, SizeIs(116));
         EXPECT_EQ(planks, Expected(41, planks.size(), 3));
         const int first[] = {0, 2, 1, 2, 0, 2, 2, 1, 1, 1, 0, 0}; // as the document works out
@@ -94,13 +94,13 @@ class BakedColours : public ::testing::Test {
         for (const aiMesh* const mesh : MeshesOf(scene, "Books")) {
             const std::string material = scene.mMaterials[mesh->mMaterialIndex]->GetName().C_Str();
             SCOPED_TRACE(material);
-            const std::vector<int> choices = ElementChoices(*mesh, kFacesOfBox, 3);
+            const std::vector<int> choices = ElementChoices(*mesh, facesOfBox, 3);
             if (material.find("red") != std::string::npos)
                 EXPECT_THAT(choices, ElementsAreArray({2, 1, 0})); // elements 0, 3 and 6
             else if (material.find("green") != std::string::npos)
                 EXPECT_THAT(choices, ElementsAreArray({1, 0, 2})); // elements 1, 4 and 7
             else
-                EXPECT_THAT(choices, ElementsAreArray({kNoChoice, kNoChoice, kNoChoice}));
+                EXPECT_THAT(choices, ElementsAreArray({noChoice, noChoice, noChoice}));
             books += static_cast<int>(choices.size());
         }
         EXPECT_EQ(books, 9);

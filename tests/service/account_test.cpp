@@ -9,12 +9,12 @@ namespace {
 
 using brimwave::testing::FakeHttp;
 
-constexpr const wchar_t* kBase = L"https://service.example:8443/v1";
+constexpr const wchar_t* base = L"https://service.example:8443/v1";
 
 TEST(FetchBalance, AsksOnceWithTheToken) {
     FakeHttp http;
     http.Answer(200, L"{\"balance\": 42, \"daily_limit\": 10, \"conversions_left\": 3}");
-    const BalanceResult result = FetchBalance(kBase, L"tok");
+    const BalanceResult result = FetchBalance(base, L"tok");
     EXPECT_TRUE(result.ok);
     EXPECT_EQ(result.balance, 42);
     EXPECT_EQ(result.daily_limit, 10);
@@ -31,7 +31,7 @@ TEST(FetchBalance, AsksOnceWithTheToken) {
 
 TEST(FetchBalance, AnEmptyTokenMakesNoRequest) {
     FakeHttp http;
-    const BalanceResult result = FetchBalance(kBase, L"");
+    const BalanceResult result = FetchBalance(base, L"");
     EXPECT_FALSE(result.ok);
     EXPECT_EQ(result.error, L"token_empty");
     EXPECT_TRUE(http.Requests().empty());
@@ -47,7 +47,7 @@ TEST(FetchBalance, TellsFailuresApart) {
         {200, L"{\"error\":\"invalid token\",\"balance\":5}", L"invalid_token"},
         {401, L"header missing or invalid", L"invalid_token"},
         {500, L"invalid token", L"invalid_token"},
-        {0, std::wstring(kUnusableToken), L"invalid_token"},
+        {0, std::wstring(unusableToken), L"invalid_token"},
         // The phrases are compared as written.
         {401, L"Invalid Token", L"Invalid Token"},
         {401, L"", L"http_401"},
@@ -59,7 +59,7 @@ TEST(FetchBalance, TellsFailuresApart) {
     for (const auto& c : cases) {
         FakeHttp http;
         c.status == 0 ? http.Fail(c.text) : http.Answer(c.status, c.text);
-        const BalanceResult result = FetchBalance(kBase, L"tok");
+        const BalanceResult result = FetchBalance(base, L"tok");
         EXPECT_FALSE(result.ok) << ::testing::PrintToString(c.text);
         EXPECT_EQ(result.error, c.error);
         EXPECT_EQ(result.balance, 0);
@@ -82,7 +82,7 @@ TEST(FetchBalance, KeepsTheDefaultOfEachUnreadableNumber) {
     for (const auto& c : cases) {
         FakeHttp http;
         http.Answer(204, c.text);
-        const BalanceResult result = FetchBalance(kBase, L"tok");
+        const BalanceResult result = FetchBalance(base, L"tok");
         EXPECT_TRUE(result.ok);
         EXPECT_EQ(result.balance, c.balance);
         EXPECT_EQ(result.daily_limit, c.limit);
@@ -96,7 +96,7 @@ TEST(ExtractJsonInt, ReadsTheFirstMemberOfThatName) {
         bool found;
         int value;
     };
-    constexpr int kUntouched = 77;
+    constexpr int untouched = 77;
     const Case cases[] = {
         {L"{\"n\":5}", true, 5},
         {L"{\"n\" \t: \t -3}", true, -3},
@@ -111,25 +111,25 @@ TEST(ExtractJsonInt, ReadsTheFirstMemberOfThatName) {
         {L"\"n\":4", true, 4},
         {L"{\"n\":4", true, 4},
         // The first occurrence decides alone.
-        {L"{\"n\":null,\"n\":2}", false, kUntouched},
-        {L"[\"n\"],{\"n\":2}", false, kUntouched},
-        {L"", false, kUntouched},
-        {L"{\"N\":5}", false, kUntouched},
-        {L"{\"nn\":5}", false, kUntouched},
-        {L"{n:5}", false, kUntouched},
-        {L"{\"n\"", false, kUntouched},
-        {L"{\"n\":", false, kUntouched},
-        {L"{\"n\":-", false, kUntouched},
-        {L"{\"n\":--5}", false, kUntouched},
-        {L"{\"n\":- 5}", false, kUntouched},
-        {L"{\"n\":\n5}", false, kUntouched},
-        {L"{\"n\"\n:5}", false, kUntouched},
-        {L"{\"n\":\"5\"}", false, kUntouched},
-        {L"{\"n\":true}", false, kUntouched},
-        {L"{\"n\":\x0665}", false, kUntouched}, // a digit, but not of ASCII
+        {L"{\"n\":null,\"n\":2}", false, untouched},
+        {L"[\"n\"],{\"n\":2}", false, untouched},
+        {L"", false, untouched},
+        {L"{\"N\":5}", false, untouched},
+        {L"{\"nn\":5}", false, untouched},
+        {L"{n:5}", false, untouched},
+        {L"{\"n\"", false, untouched},
+        {L"{\"n\":", false, untouched},
+        {L"{\"n\":-", false, untouched},
+        {L"{\"n\":--5}", false, untouched},
+        {L"{\"n\":- 5}", false, untouched},
+        {L"{\"n\":\n5}", false, untouched},
+        {L"{\"n\"\n:5}", false, untouched},
+        {L"{\"n\":\"5\"}", false, untouched},
+        {L"{\"n\":true}", false, untouched},
+        {L"{\"n\":\x0665}", false, untouched}, // a digit, but not of ASCII
     };
     for (const auto& c : cases) {
-        std::int32_t value = kUntouched;
+        std::int32_t value = untouched;
         EXPECT_EQ(ExtractJsonInt(c.text, L"n", value), c.found) << ::testing::PrintToString(c.text);
         EXPECT_EQ(value, c.value) << ::testing::PrintToString(c.text);
     }

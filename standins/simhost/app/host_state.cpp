@@ -10,7 +10,7 @@
 namespace simhost {
 namespace {
 
-constexpr int kPlugInSettingsDir = 26;
+constexpr int plugInSettingsDir = 26;
 
 std::wstring DefaultSettingsFolder() {
     const wchar_t* const base = _wgetenv(L"APPDATA");
@@ -30,7 +30,7 @@ void OpenScene(const std::wstring& file) {
 }
 
 void SetSettingsFolder(const std::wstring& folder) {
-    Scene::Current().directories[kPlugInSettingsDir] =
+    Scene::Current().directories[plugInSettingsDir] =
         folder.empty() ? DefaultSettingsFolder() : folder;
 }
 

@@ -11,11 +11,11 @@
 namespace simhost {
 namespace {
 
-constexpr const wchar_t* kClassName = L"SimhostMainWindow";
-constexpr UINT kCallMessage = WM_APP + 100; // the long parameter is a CallRequest
-constexpr int kExitCommand = 100;
-constexpr int kUtilityCommand = 101;
-constexpr int kShortcutCommand = 1000; // plus the character
+constexpr const wchar_t* className = L"SimhostMainWindow";
+constexpr UINT callMessage = WM_APP + 100; // the long parameter is a CallRequest
+constexpr int exitCommand = 100;
+constexpr int utilityCommand = 101;
+constexpr int shortcutCommand = 1000; // plus the character
 
 struct CallRequest {
     const std::function<void()>& work;
@@ -26,7 +26,7 @@ HACCEL MakeShortcuts() {
     std::vector<ACCEL> table;
     for (WORD key = '0'; key <= 'Z'; ++key)
         if (key <= '9' || key >= 'A')
-            table.push_back({FVIRTKEY, key, static_cast<WORD>(kShortcutCommand + key)});
+            table.push_back({FVIRTKEY, key, static_cast<WORD>(shortcutCommand + key)});
     return CreateAcceleratorTableW(table.data(), static_cast<int>(table.size()));
 }
 
@@ -37,7 +37,7 @@ void RegisterWindowClass(WNDPROC procedure) {
     info.hInstance = GetModuleHandleW(nullptr);
     info.hCursor = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512)); // the arrow
     info.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_APPWORKSPACE + 1);
-    info.lpszClassName = kClassName;
+    info.lpszClassName = className;
     RegisterClassExW(&info); // fails only when it is there already
 }
 
@@ -46,11 +46,11 @@ void RegisterWindowClass(WNDPROC procedure) {
 HostWindow::HostWindow(const std::wstring& title) : shortcuts_(MakeShortcuts()) {
     RegisterWindowClass(&HostWindow::WindowProc);
     const HMENU file = CreatePopupMenu();
-    AppendMenuW(file, MF_STRING, kExitCommand, L"E&xit");
+    AppendMenuW(file, MF_STRING, exitCommand, L"E&xit");
     const HMENU menu = CreateMenu();
     AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(file), L"&File");
     const UINT dpi = GetDpiForSystem();
-    window_ = CreateWindowExW(0, kClassName, title.c_str(), WS_OVERLAPPEDWINDOW, 0, 0,
+    window_ = CreateWindowExW(0, className, title.c_str(), WS_OVERLAPPEDWINDOW, 0, 0,
                               MulDiv(760, static_cast<int>(dpi), USER_DEFAULT_SCREEN_DPI),
                               MulDiv(820, static_cast<int>(dpi), USER_DEFAULT_SCREEN_DPI), nullptr,
                               menu, GetModuleHandleW(nullptr), this);
@@ -69,7 +69,7 @@ void HostWindow::SetUtility(const std::wstring& category, const std::wstring& na
                             std::function<void()> open) {
     openUtility_ = std::move(open);
     const HMENU group = CreatePopupMenu();
-    AppendMenuW(group, MF_STRING, kUtilityCommand, name.c_str());
+    AppendMenuW(group, MF_STRING, utilityCommand, name.c_str());
     const HMENU utilities = CreatePopupMenu();
     AppendMenuW(utilities, MF_POPUP, reinterpret_cast<UINT_PTR>(group), category.c_str());
     AppendMenuW(GetMenu(window_), MF_POPUP, reinterpret_cast<UINT_PTR>(utilities), L"&Utilities");
@@ -109,7 +109,7 @@ std::wstring HostWindow::TakenKeys() const {
 
 void HostWindow::Call(const std::function<void()>& work) const {
     CallRequest request{work, nullptr};
-    SendMessageW(window_, kCallMessage, 0, reinterpret_cast<LPARAM>(&request));
+    SendMessageW(window_, callMessage, 0, reinterpret_cast<LPARAM>(&request));
     if (request.failure)
         std::rethrow_exception(request.failure);
 }
@@ -132,7 +132,7 @@ LRESULT CALLBACK HostWindow::WindowProc(HWND window, UINT message, WPARAM wParam
 
 LRESULT HostWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
-    case kCallMessage: {
+    case callMessage: {
         auto* request = reinterpret_cast<CallRequest*>(lParam);
         try {
             request->work();
@@ -161,12 +161,12 @@ LRESULT HostWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 void HostWindow::OnCommand(int id) {
-    if (id == kExitCommand) {
+    if (id == exitCommand) {
         Close();
-    } else if (id == kUtilityCommand && openUtility_) {
+    } else if (id == utilityCommand && openUtility_) {
         openUtility_();
-    } else if (id >= kShortcutCommand) {
-        takenKeys_ += static_cast<wchar_t>(id - kShortcutCommand);
+    } else if (id >= shortcutCommand) {
+        takenKeys_ += static_cast<wchar_t>(id - shortcutCommand);
         InvalidateRect(window_, nullptr, TRUE);
     }
 }

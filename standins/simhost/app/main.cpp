@@ -99,7 +99,7 @@ int main() {
         const simhost::Options options = simhost::ParseOptions(simhost::CommandLine());
         if (!options.help)
             return simhost::Run(options);
-        simhost::Print(simhost::kUsage);
+        simhost::Print(simhost::usage);
         return 0;
     } catch (const simhost::StartError& error) {
         simhost::SayError(error.Text());

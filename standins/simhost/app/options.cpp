@@ -6,7 +6,7 @@
 
 namespace simhost {
 
-const std::wstring_view kUsage = LR"(usage: simhost [options]
+const std::wstring_view usageText = LR"(usage: simhost [options]
 
 Opens a scene in the stand-in host, loads a utility plug-in and opens its panel.
 

@@ -3,16 +3,16 @@
 
 namespace simhost {
 
-inline constexpr const wchar_t* kPanelTitle = L"Brimwave Platform";
-inline constexpr int kTokenEdit = 1003;
-inline constexpr int kBalanceLabel = 1005;
-inline constexpr int kFolderEdit = 1007;
-inline constexpr int kBakeBox = 1010;
-inline constexpr int kExportButton = 1011;
-inline constexpr int kProgressBar = 1012;
-inline constexpr int kStatusLabel = 1013;
-inline constexpr int kJobLabel = 1014;
-inline constexpr int kOlderTargetButton = 1017;
-inline constexpr int kNewerTargetButton = 1018;
+inline constexpr const wchar_t* panelTitle = L"Brimwave Platform";
+inline constexpr int tokenEdit = 1003;
+inline constexpr int balanceLabel = 1005;
+inline constexpr int folderEdit = 1007;
+inline constexpr int bakeBox = 1010;
+inline constexpr int exportButton = 1011;
+inline constexpr int progressBar = 1012;
+inline constexpr int statusLabel = 1013;
+inline constexpr int jobLabel = 1014;
+inline constexpr int olderTargetButton = 1017;
+inline constexpr int newerTargetButton = 1018;
 
 } // namespace simhost

@@ -45,19 +45,19 @@ class PanelRun {
     HWND Control(int id) const { return GetDlgItem(panel_, id); }
 
     void CarryOut() {
-        panel_ = robot_.WaitForWindow(kPanelTitle, kExportButton);
+        panel_ = robot_.WaitForWindow(panelTitle, exportButton);
         host_.Call([this] { recorder_.Attach(panel_); });
         robot_.WaitUntilIdle();
         if (options_.token)
-            robot_.Type(Control(kTokenEdit), *options_.token);
+            robot_.Type(Control(tokenEdit), *options_.token);
         if (options_.folder)
-            robot_.Type(Control(kFolderEdit), *options_.folder);
+            robot_.Type(Control(folderEdit), *options_.folder);
         if (options_.olderTarget)
-            Press(*options_.olderTarget ? kOlderTargetButton : kNewerTargetButton);
+            Press(*options_.olderTarget ? olderTargetButton : newerTargetButton);
         if (options_.bake)
             SetBake(*options_.bake);
         if (options_.exportAndSend)
-            Press(kExportButton);
+            Press(exportButton);
     }
 
     void Press(int control) {
@@ -66,15 +66,15 @@ class PanelRun {
     }
 
     void SetBake(bool on) {
-        if ((SendMessageW(Control(kBakeBox), BM_GETCHECK, 0, 0) == BST_CHECKED) != on)
-            Press(kBakeBox);
+        if ((SendMessageW(Control(bakeBox), BM_GETCHECK, 0, 0) == BST_CHECKED) != on)
+            Press(bakeBox);
         robot_.AnswerNext(on ? IDYES : IDNO);
     }
 
     void ReadPanel(PanelReport& report) const {
-        report.statusText = Robot::TextOf(Control(kStatusLabel));
-        report.balanceText = Robot::TextOf(Control(kBalanceLabel));
-        report.jobLabel = Robot::TextOf(Control(kJobLabel));
+        report.statusText = Robot::TextOf(Control(statusLabel));
+        report.balanceText = Robot::TextOf(Control(balanceLabel));
+        report.jobLabel = Robot::TextOf(Control(jobLabel));
         constexpr std::wstring_view label = L"Job: ";
         if (report.jobLabel.starts_with(label))
             report.jobFolder = report.jobLabel.substr(label.size());

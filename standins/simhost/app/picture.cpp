@@ -19,7 +19,7 @@ using std::min;
 namespace simhost {
 namespace {
 
-constexpr CLSID kPngEncoder = {
+constexpr CLSID pngEncoder = {
     0x557cf406, 0x1a04, 0x11d3, {0x9a, 0x73, 0x00, 0x00, 0xf8, 0x1e, 0xf3, 0x2e}};
 
 class GdiplusSession {
@@ -68,7 +68,7 @@ bool SaveWindowPicture(HWND window, const std::wstring& pngFile) {
     const BitmapOwner bitmap = CopyFromScreen(window);
     const GdiplusSession gdiplus;
     Gdiplus::Bitmap picture(bitmap.get(), nullptr);
-    return picture.Save(pngFile.c_str(), &kPngEncoder, nullptr) == Gdiplus::Ok;
+    return picture.Save(pngFile.c_str(), &pngEncoder, nullptr) == Gdiplus::Ok;
 }
 
 } // namespace simhost

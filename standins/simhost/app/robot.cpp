@@ -8,8 +8,8 @@
 namespace simhost {
 namespace {
 
-constexpr auto kPollInterval = std::chrono::milliseconds(4);
-constexpr int kMessageBoxText = 0xFFFF; // the text control of every message box
+constexpr auto pollInterval = std::chrono::milliseconds(4);
+constexpr int messageBoxText = 0xFFFF; // the text control of every message box
 
 bool HasClass(HWND window, std::wstring_view name) {
     wchar_t buffer[64] = {};
@@ -97,18 +97,18 @@ void Robot::Rest() {
     if (Clock::now() >= deadline_)
         throw RobotTimeout();
     AnswerMessageBoxes();
-    std::this_thread::sleep_for(kPollInterval);
+    std::this_thread::sleep_for(pollInterval);
 }
 
 void Robot::AnswerMessageBoxes() {
     std::erase_if(answered_, [](HWND box) { return !IsWindow(box); });
     for (const HWND window : VisibleDialogs(uiThread_))
-        if (GetDlgItem(window, kMessageBoxText) && answered_.insert(window).second)
+        if (GetDlgItem(window, messageBoxText) && answered_.insert(window).second)
             Answer(window);
 }
 
 void Robot::Answer(HWND box) {
-    const ShownMessage message{TextOf(box), TextOf(GetDlgItem(box, kMessageBoxText))};
+    const ShownMessage message{TextOf(box), TextOf(GetDlgItem(box, messageBoxText))};
     messages_.push_back(message);
     if (seen_)
         seen_(message, box);

@@ -17,7 +17,7 @@ std::wstring_view WithoutSpinner(std::wstring_view text) {
 } // namespace
 
 void StageRecorder::Attach(HWND panel) {
-    SetWindowSubclass(GetDlgItem(panel, kStatusLabel), &StageRecorder::LabelProc, 7,
+    SetWindowSubclass(GetDlgItem(panel, statusLabel), &StageRecorder::LabelProc, 7,
                       reinterpret_cast<DWORD_PTR>(this));
 }
 
@@ -38,7 +38,7 @@ LRESULT CALLBACK StageRecorder::LabelProc(HWND label, UINT message, WPARAM wPara
 
 void StageRecorder::Note(HWND label, std::wstring_view text) {
     const Stage stage{
-        static_cast<int>(SendDlgItemMessageW(GetParent(label), kProgressBar, PBM_GETPOS, 0, 0)),
+        static_cast<int>(SendDlgItemMessageW(GetParent(label), progressBar, PBM_GETPOS, 0, 0)),
         std::wstring(WithoutSpinner(text))};
     {
         const std::lock_guard lock(mutex_);

@@ -82,7 +82,7 @@ TEST_P(ExchangeTest, ATokenCannotStartAHeader) {
         PostJobRequest(Base() + L"/node/api/v1/jobs", L"a\r\nX-Evil: 1", "{}", L"job", L"");
     EXPECT_FALSE(job.ok);
     EXPECT_EQ(job.status, 0);
-    EXPECT_EQ(job.text, kUnusableToken);
+    EXPECT_EQ(job.text, unusableToken);
     EXPECT_EQ(Received(), json::array()); // nothing was sent at all
 }
 

@@ -20,7 +20,7 @@ std::string Narrow(const std::wstring& text) {
     return {text.begin(), text.end()};
 }
 
-constexpr std::wstring_view kTransportFailed = L"HTTP request failed, GetLastError=";
+constexpr std::wstring_view transportFailed = L"HTTP request failed, GetLastError=";
 
 class FailureTest : public LiveTest {
   protected:
@@ -29,9 +29,8 @@ class FailureTest : public LiveTest {
     static void ExpectTransportFailure(const HttpResult& result, const std::string& what) {
         EXPECT_FALSE(result.ok) << what;
         EXPECT_EQ(result.status, 0) << what;
-        ASSERT_TRUE(result.text.starts_with(kTransportFailed))
-            << what << PrintToString(result.text);
-        const std::wstring code = result.text.substr(kTransportFailed.size());
+        ASSERT_TRUE(result.text.starts_with(transportFailed)) << what << PrintToString(result.text);
+        const std::wstring code = result.text.substr(transportFailed.size());
         EXPECT_NE(code, L"0") << what;
         EXPECT_EQ(code.find_first_not_of(L"0123456789"), std::wstring::npos) << what;
     }
@@ -134,11 +133,11 @@ TEST_F(FailureTest, SlowAnswersInPiecesAreRead) {
 }
 
 TEST_F(FailureTest, AHugeAnswerIsReadWhole) {
-    constexpr std::size_t kSize = 50'000'000;
-    Order(narrowToken_, {{"body_size", kSize}});
+    constexpr std::size_t size = 50'000'000;
+    Order(narrowToken_, {{"body_size", size}});
     const HttpResult result = Balance();
     EXPECT_TRUE(result.ok);
-    EXPECT_EQ(result.text.size(), kSize);
+    EXPECT_EQ(result.text.size(), size);
     EXPECT_TRUE(result.text.starts_with(L"{\"balance\":42,"));
 }
 

@@ -62,23 +62,23 @@ class LargeJobTest : public LiveTest {
 
 // The peak is of the whole program, so no other test may hold as much as this bound.
 TEST_F(LargeJobTest, IsHeldInMemoryLittleMoreThanOnce) {
-    constexpr std::size_t kSize = 200'000'000;
-    WritePackage(kSize);
+    constexpr std::size_t packageSize = 200'000'000;
+    WritePackage(packageSize);
     const HttpResult result =
         SubmitJob(service_.https, package_.wstring(), token_, L"large", L"5.2");
     const std::size_t peak = PeakMemory();
     EXPECT_TRUE(result.ok) << result.status << PrintToString(result.text);
     ExpectStored();
     std::cout << "peak memory: " << peak << " bytes\n";
-    EXPECT_GT(peak, kSize); // the figure is about this package
-    EXPECT_LE(peak, kSize * 22 / 10);
+    EXPECT_GT(peak, packageSize); // the figure is about this package
+    EXPECT_LE(peak, packageSize * 22 / 10);
 }
 
 TEST_F(LargeJobTest, CompletesOverASlowLine) {
-    constexpr std::size_t kSize = 3'000'000;
-    constexpr std::size_t kBytesPerSecond = 1'000'000;
-    WritePackage(kSize);
-    Order(narrowToken_, {{"on", "jobs"}, {"read_bytes_per_second", kBytesPerSecond}});
+    constexpr std::size_t packageSize = 3'000'000;
+    constexpr std::size_t bytesPerSecond = 1'000'000;
+    WritePackage(packageSize);
+    Order(narrowToken_, {{"on", "jobs"}, {"read_bytes_per_second", bytesPerSecond}});
     const auto start = std::chrono::steady_clock::now();
     const HttpResult result =
         SubmitJob(service_.https, package_.wstring(), token_, L"slow", L"5.2");

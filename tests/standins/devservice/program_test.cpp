@@ -25,7 +25,7 @@ using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr const char* kAccounts =
+constexpr const char* accountsText =
     R"([{"token": "secret-token", "name": "anna", "balance": 5, "daily_limit": 9},
         {"token": "slow-token", "balance": 5, "faults": [{"delay_ms": 60000}]}])";
 
@@ -91,7 +91,7 @@ class Program {
 
 TEST(Program, ServesUntilItIsTerminated) {
     const testing::TempFolder folder;
-    Program program(folder, {"--accounts", folder.Write("accounts.json", kAccounts)});
+    Program program(folder, {"--accounts", folder.Write("accounts.json", accountsText)});
     ASSERT_FALSE(program.Ready().is_null()) << program.Log();
     httplib::Client client("127.0.0.1", program.Ready()["http"].get<int>());
     client.set_bearer_token_auth("secret-token");
@@ -114,7 +114,7 @@ TEST(Program, ServesUntilItIsTerminated) {
 
 TEST(Program, EndsAtOnceInTheMiddleOfASlowAnswer) {
     const testing::TempFolder folder;
-    Program program(folder, {"--accounts", folder.Write("accounts.json", kAccounts)});
+    Program program(folder, {"--accounts", folder.Write("accounts.json", accountsText)});
     ASSERT_FALSE(program.Ready().is_null()) << program.Log();
     httplib::Client client("127.0.0.1", program.Ready()["http"].get<int>());
     client.set_bearer_token_auth("slow-token");
@@ -129,7 +129,7 @@ TEST(Program, EndsAtOnceInTheMiddleOfASlowAnswer) {
 TEST(Program, SaysInOneLineWhyItCannotStart) {
     const testing::TempFolder folder;
     const testing::TempFolder other;
-    const std::string accounts = folder.Write("accounts.json", kAccounts);
+    const std::string accounts = folder.Write("accounts.json", accountsText);
     Program first(folder, {"--accounts", accounts});
     ASSERT_FALSE(first.Ready().is_null()) << first.Log();
     const std::string port = std::to_string(first.Ready()["https"].get<int>());
@@ -154,7 +154,7 @@ TEST(Program, SaysInOneLineWhyItCannotStart) {
 TEST(Program, CertificatesAreGoodOrBadAsNamed) {
     const testing::TempFolder folder;
     Program program(folder,
-                    {"--accounts", folder.Write("accounts.json", kAccounts), "--tls-faults"});
+                    {"--accounts", folder.Write("accounts.json", accountsText), "--tls-faults"});
     ASSERT_FALSE(program.Ready().is_null()) << program.Log();
     const auto verify = [&](int port) {
         httplib::SSLClient client("localhost", port);

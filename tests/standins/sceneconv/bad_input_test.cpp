@@ -17,13 +17,13 @@ namespace {
 
 using ::testing::HasSubstr;
 
-constexpr const char* kMagic = "Kaydara FBX Binary  ";
+constexpr const char* magic = "Kaydara FBX Binary  ";
 
 TEST(BadInput, IsNamedInOneLine) {
     const Folder folder;
-    std::string old(kMagic);
+    std::string old(magic);
     old += std::string("\0\x1a\0\xd4\x17\0\0", 7) + std::string(100, '\0');
-    std::string cut(kMagic);
+    std::string cut(magic);
     cut += std::string("\0\x1a\0\xe8\x1c\0\0", 7) + std::string(20, '\x7f');
     const struct {
         std::filesystem::path file;

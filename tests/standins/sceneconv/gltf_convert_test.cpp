@@ -14,12 +14,12 @@ using ::testing::HasSubstr;
 
 /// One triangle with two sets of coordinates and colours, used by two primitives: the first with
 /// material 0, the second without one.
-constexpr const char* kCommon = R"(
+constexpr const char* common = R"(
   "buffers": [{"byteLength": 140, "uri": "data:application/octet-stream;base64,)"
-                                "AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAAAAAAAAAAAAAAAIA/"
-                                "AAAAAAAAAAAAAIA/AAAAAAAAAAAAAIA/AAAAAAAAAAAAAIA/AACAPwAAAAAAAAAA"
-                                "AACAPwAAAAAAAIA/AAAAAAAAgD8AAAAAAAAAAAAAgD8AAAA/AAABAAIAAAA="
-                                R"("}],
+                               "AAAAAAAAAAAAAAAAAACAPwAAAAAAAAAAAAAAAAAAgD8AAAAAAAAAAAAAAAAAAIA/"
+                               "AAAAAAAAAAAAAIA/AAAAAAAAAAAAAIA/AAAAAAAAAAAAAIA/AACAPwAAAAAAAAAA"
+                               "AACAPwAAAAAAAIA/AAAAAAAAgD8AAAAAAAAAAAAAgD8AAAA/AAABAAIAAAA="
+                               R"("}],
   "bufferViews": [{"buffer": 0, "byteOffset": 0, "byteLength": 36},
                   {"buffer": 0, "byteOffset": 36, "byteLength": 24},
                   {"buffer": 0, "byteOffset": 60, "byteLength": 24},
@@ -41,7 +41,7 @@ constexpr const char* kCommon = R"(
 std::string Gltf(const std::string& members) {
     const bool ownMaterials = members.find("\"materials\"") != std::string::npos;
     return R"({"asset": {"version": "2.0"}, "scene": 0,)" + members + "," +
-           (ownMaterials ? "" : R"("materials": [{"name": "M"}],)") + kCommon + "}";
+           (ownMaterials ? "" : R"("materials": [{"name": "M"}],)") + common + "}";
 }
 
 TEST(GltfNodes, OneRootIsTheFilesAndSeveralNeedNone) {
