@@ -15,4 +15,11 @@ bool Attempt(Call&& call) noexcept {
     }
 }
 
+/// What the call gives, or `fallback` when it throws.
+template <class Value, class Call>
+[[nodiscard]] Value AttemptOr(Value fallback, Call&& call) noexcept {
+    Attempt([&] { fallback = std::forward<Call>(call)(); });
+    return fallback;
+}
+
 } // namespace brimwave

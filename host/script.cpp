@@ -1,5 +1,6 @@
 #include "host/script.h"
 
+#include "host/attempt.h"
 #include "host/sdk_compat.h"
 
 #include <maxscript/maxscript.h>
@@ -34,22 +35,17 @@ BOOL Execute(const MCHAR* script, bool quiet, FPValue* value) {
 
 std::optional<std::wstring> RunScriptString(const std::wstring& script) {
     ScriptValue value;
-    try {
-        if (!Execute(script.c_str(), true, &value.Get()))
-            return std::nullopt;
-    } catch (...) { // an error inside the host's engine is a script without a result
+    // An error inside the host's engine is a script without a result.
+    if (!AttemptOr(FALSE, [&] { return Execute(script.c_str(), true, &value.Get()); }))
         return std::nullopt;
-    }
     if (value.Get().type != TYPE_STRING || !value.Get().s)
         return std::nullopt;
     return std::wstring(value.Get().s);
 }
 
 void RunScript(const std::wstring& script) {
-    try {
-        Execute(script.c_str(), false, nullptr);
-    } catch (...) { // what the script had done by then stays
-    }
+    // Of a script that fails half-way, what it had done by then stays.
+    Attempt([&] { Execute(script.c_str(), false, nullptr); });
 }
 
 std::wstring EscapeScriptString(std::wstring_view text) {

@@ -1,5 +1,6 @@
 #include "package/cameras.h"
 
+#include "host/attempt.h"
 #include "host/sdk_compat.h"
 #include "package/param_table.h"
 
@@ -154,23 +155,20 @@ std::wstring CameraEntry(const CameraView& view, float metresPerUnit) {
 std::wstring CollectCamerasJson(PackageContext& package, const std::vector<SceneNode>& nodes) {
     std::wstring text;
     int count = 0;
-    for (const SceneNode& entry : nodes) {
-        if (entry.superClass != CAMERA_CLASS_ID)
-            continue;
-        try {
-            Object* const object = entry.node->EvalWorldState(package.Time(), TRUE).obj;
-            auto* const camera = dynamic_cast<GenCamera*>(object);
-            if (!camera)
-                continue;
-            const CameraView view = ReadCamera(package, *entry.node, *camera);
-            text += count++ == 0 ? L",\n  \"cameras\": [\n" : L",\n";
-            text += CameraEntry(view, package.metresPerUnit);
-            package.log.Add(L"  camera exported: " + view.name);
-        } catch (...) {
+    const auto append = [&](INode& node) {
+        Object* const object = node.EvalWorldState(package.Time(), TRUE).obj;
+        auto* const camera = dynamic_cast<GenCamera*>(object);
+        if (!camera)
+            return;
+        const CameraView view = ReadCamera(package, node, *camera);
+        text += count++ == 0 ? L",\n  \"cameras\": [\n" : L",\n";
+        text += CameraEntry(view, package.metresPerUnit);
+        package.log.Add(L"  camera exported: " + view.name);
+    };
+    for (const SceneNode& entry : nodes)
+        if (entry.superClass == CAMERA_CLASS_ID && !Attempt([&] { append(*entry.node); }))
             package.log.Add(L"WARNING: Camera '" + NodeNameOrEmpty(*entry.node) +
                             L"' could not be exported");
-        }
-    }
     package.log.Add(L"Cameras exported: " + std::to_wstring(count));
     if (count > 0)
         text += L"\n  ]";

@@ -1,5 +1,6 @@
 #include "package/environment.h"
 
+#include "host/attempt.h"
 #include "host/script.h"
 #include "host/sdk_compat.h"
 #include "package/node_tree.h"
@@ -24,25 +25,24 @@ constexpr int mapDepth = 2;
 /// `read()`, or `fallback` when the host fails over it.
 template <class Read, class Value>
 Value ReadOr(PackageContext& package, Value fallback, Read read) {
-    try {
-        return read();
-    } catch (...) {
+    if (!Attempt([&] { fallback = read(); }))
         package.log.Add(L"WARNING: The host failed to tell a setting of the environment");
-        return fallback;
-    }
+    return fallback;
 }
 
 /// The map as a node, and its name; "null" when the host fails over it.
 std::wstring MapNode(PackageContext& package, Texmap& map, std::wstring& name) {
     const size_t mark = package.registry.Mark();
-    try {
+    std::wstring node = L"null";
+    const bool written = Attempt([&] {
         name = HostText(map.GetName());
-        return BuildNodeJson(package, &map, mapDepth);
-    } catch (...) {
+        node = BuildNodeJson(package, &map, mapDepth);
+    });
+    if (!written) {
         package.registry.RollBack(mark);
         package.log.Add(L"WARNING: Environment map '" + name + L"' could not be exported");
-        return L"null";
     }
+    return node;
 }
 
 std::wstring EnvironmentMap(PackageContext& package, bool useMap) {

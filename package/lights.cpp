@@ -1,5 +1,6 @@
 #include "package/lights.h"
 
+#include "host/attempt.h"
 #include "host/sdk_compat.h"
 #include "package/ies_profile.h"
 #include "package/light_tables.h"
@@ -169,11 +170,8 @@ class LightWriter {
 /// `work(node)`; a light over which the host fails is left out, with a line in the log.
 template <class Work>
 void Guarded(PackageContext& package, INode& node, Work work) {
-    try {
-        work();
-    } catch (...) {
+    if (!Attempt(work))
         package.log.Add(L"WARNING: Light '" + NodeNameOrEmpty(node) + L"' could not be exported");
-    }
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "package/material_json.h"
 
+#include "host/attempt.h"
 #include "host/sdk_compat.h"
 #include "package/node_tree.h"
 
@@ -63,18 +64,19 @@ void AppendMaterialJson(PackageContext& package, std::wstring& out, Mtl* materia
     }
     const size_t start = out.size();
     const size_t mark = package.registry.Mark();
-    try {
+    const bool written = Attempt([&] {
         const MSTR className = HostClassName(*material);
         if (IsMultiMaterial(HostView(className)))
             AppendMulti(package, out, *material);
         else
             AppendSingle(package, out, *material, HostView(className));
-    } catch (...) {
-        package.registry.RollBack(mark);
-        errors.emplace_back(L"buildMaterialJson exception");
-        out.resize(start);
-        out += L"null"sv;
-    }
+    });
+    if (written)
+        return;
+    package.registry.RollBack(mark);
+    errors.emplace_back(L"buildMaterialJson exception");
+    out.resize(start);
+    out += L"null"sv;
 }
 
 std::wstring buildMaterialJson(PackageContext& package, Mtl* material,

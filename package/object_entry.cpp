@@ -1,5 +1,6 @@
 #include "package/object_entry.h"
 
+#include "host/attempt.h"
 #include "host/converted_mesh.h"
 #include "host/sdk_compat.h"
 #include "package/displacement.h"
@@ -39,12 +40,10 @@ template <class Read>
 void ObjectEntryWriter::ReadOr(std::wstring& text, const wchar_t* what, const wchar_t* fallback,
                                Read read) {
     text.clear();
-    try {
-        read();
-    } catch (...) {
-        text = fallback;
-        errors_.emplace_back(std::wstring(what) + L" exception");
-    }
+    if (Attempt(read))
+        return;
+    text = fallback;
+    errors_.emplace_back(std::wstring(what) + L" exception");
 }
 
 void ObjectEntryWriter::CollectIds(const Mesh& mesh) {

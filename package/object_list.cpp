@@ -1,5 +1,6 @@
 #include "package/object_list.h"
 
+#include "host/attempt.h"
 #include "host/sdk_compat.h"
 
 #include <algorithm>
@@ -84,38 +85,29 @@ class UsedNames {
 };
 
 SceneNode Classify(INode& node, TimeValue time, PackageLog& log) {
-    try {
-        Object* const object = node.EvalWorldState(time, TRUE).obj;
-        return {&node, object ? object->SuperClassID() : 0};
-    } catch (...) {
+    SceneNode entry{&node, 0};
+    const bool evaluated = Attempt([&] {
+        if (Object* const object = node.EvalWorldState(time, TRUE).obj)
+            entry.superClass = object->SuperClassID();
+    });
+    if (!evaluated)
         log.Add(L"WARNING: Object of '" + NodeNameOrEmpty(node) + L"' could not be evaluated");
-        return {&node, 0};
-    }
+    return entry;
 }
 
 int ChildCount(INode& node) {
-    try {
-        return node.NumberOfChildren();
-    } catch (...) {
-        return 0;
-    }
+    return AttemptOr(0, [&] { return node.NumberOfChildren(); });
 }
 
 INode* ChildOf(INode& node, int i) {
-    try {
-        return node.GetChildNode(i);
-    } catch (...) {
-        return nullptr;
-    }
+    return AttemptOr<INode*>(nullptr, [&] { return node.GetChildNode(i); });
 }
 
 bool HasMaterial(INode& node, PackageLog& log) {
-    try {
-        return node.GetMtl() != nullptr;
-    } catch (...) {
+    const Mtl* material = nullptr;
+    if (!Attempt([&] { material = node.GetMtl(); }))
         log.Add(L"WARNING: Material of '" + NodeNameOrEmpty(node) + L"' could not be read");
-        return false;
-    }
+    return material != nullptr;
 }
 
 } // namespace
@@ -125,11 +117,7 @@ std::wstring NodeName(INode& node) {
 }
 
 std::wstring NodeNameOrEmpty(INode& node) noexcept {
-    try {
-        return NodeName(node);
-    } catch (...) {
-        return {};
-    }
+    return AttemptOr(std::wstring(), [&] { return NodeName(node); });
 }
 
 std::vector<SceneNode> CollectSceneNodes(Interface& host, TimeValue time, PackageLog& log) {
@@ -169,19 +157,18 @@ std::vector<INode*> CollectObjects(const std::vector<SceneNode>& nodes, PackageL
 void MakeNamesUnique(const std::vector<INode*>& nodes, PackageLog& log) {
     UsedNames names(nodes.size());
     int renamed = 0;
-    for (INode* const node : nodes) {
-        try {
-            const wchar_t* const own = names.Take(HostView(node->GetName()));
-            if (!own)
-                continue;
-            const std::wstring name = NodeName(*node); // the host's own goes with the renaming
-            node->SetName(own);
-            ++renamed;
-            log.Add({L"WARNING: Duplicate name - renamed '", name, L"' to '", own, L"' in scene"});
-        } catch (...) {
+    const auto makeUnique = [&](INode& node) {
+        const wchar_t* const own = names.Take(HostView(node.GetName()));
+        if (!own)
+            return;
+        const std::wstring name = NodeName(node); // the host's own goes with the renaming
+        node.SetName(own);
+        ++renamed;
+        log.Add({L"WARNING: Duplicate name - renamed '", name, L"' to '", own, L"' in scene"});
+    };
+    for (INode* const node : nodes)
+        if (!Attempt([&] { makeUnique(*node); }))
             log.Add(L"WARNING: An object could not be given a name of its own");
-        }
-    }
     if (renamed > 0)
         log.Add(L"Total renamed: " + std::to_wstring(renamed) +
                 L" object(s). Check scene before saving!");

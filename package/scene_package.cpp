@@ -1,5 +1,6 @@
 #include "package/scene_package.h"
 
+#include "host/attempt.h"
 #include "host/sdk_compat.h"
 #include "package/cameras.h"
 #include "package/environment.h"
@@ -97,11 +98,8 @@ PackageResult Write(std::wstring_view path) {
 } // namespace
 
 PackageResult WriteScenePackage(std::wstring_view path) {
-    try {
-        return Write(path);
-    } catch (...) { // out of memory, or a host without a scene
-        return {};
-    }
+    // What may throw: memory runs out, or the host has no scene.
+    return AttemptOr(PackageResult(), [&] { return Write(path); });
 }
 
 } // namespace brimwave

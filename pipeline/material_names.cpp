@@ -4,6 +4,7 @@
 #include "host/sdk_compat.h"
 #include "pipeline/scene_walk.h"
 
+#include <new>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -158,12 +159,13 @@ std::vector<MtlRestoreEntry> DeduplicateMaterialNames() {
     GroupList groups;
     ForEachGeometryMaterial([&](Mtl& material) { groups.Collect(material); });
     std::vector<MtlRestoreEntry> entries;
-    try {
+    const bool remembered = Attempt([&] {
         for (const Group& group : groups.Groups())
             RenameGroup(group, entries);
-    } catch (...) { // out of memory: the caller would not learn what was renamed
+    });
+    if (!remembered) { // out of memory: the caller would not learn what was renamed
         RestoreMaterialNames(entries);
-        throw;
+        throw std::bad_alloc();
     }
     return entries;
 }

@@ -1,5 +1,7 @@
 #include "plugin/balance_check.h"
 
+#include "host/attempt.h"
+
 #include <process.h>
 
 #include <atomic>
@@ -49,11 +51,8 @@ struct BalanceCheck::Shared {
     LibraryHold library;
 
     void Check() noexcept {
-        try {
-            *result = FetchBalance(baseAddress, token);
-        } catch (...) {
-            result->ok = false; // out of memory: an empty error text is all that can be told
-        }
+        // Out of memory leaves an empty error text, which is all that can be told.
+        Attempt([this] { *result = FetchBalance(baseAddress, token); });
         Phase expected = Phase::Checking;
         if (!phase.compare_exchange_strong(expected, Phase::Posting))
             return;

@@ -2,6 +2,7 @@
 // controls do is in panel_commands.cpp.
 #include "plugin/panel.h"
 
+#include "host/attempt.h"
 #include "pipeline/service_address.h"
 #include "plugin/dialog_text.h"
 #include "plugin/module.h"
@@ -33,20 +34,20 @@ void Panel::Close() noexcept {
 
 INT_PTR CALLBACK Panel::DialogProc(HWND dialog, UINT message, WPARAM wParam,
                                    LPARAM lParam) noexcept {
-    try {
+    INT_PTR handled = FALSE;
+    // Out of memory, or a host call that threw: what was asked for does not happen.
+    Attempt([&] {
         if (message == WM_INITDIALOG) {
             SetWindowLongPtrW(dialog, DWLP_USER, lParam);
             reinterpret_cast<Panel*>(lParam)->OnInit(dialog);
-            return FALSE; // the focus has been set
+            return; // not handled: the focus has been set
         }
         // Messages that come before initialisation and after destruction find no panel.
         auto* panel = reinterpret_cast<Panel*>(GetWindowLongPtrW(dialog, DWLP_USER));
         if (panel && panel->state_.dialog == dialog)
-            return panel->OnMessage(message, wParam, lParam);
-    } catch (...) {
-        // Out of memory, or a host call that threw: what was asked for does not happen.
-    }
-    return FALSE;
+            handled = panel->OnMessage(message, wParam, lParam);
+    });
+    return handled;
 }
 
 INT_PTR Panel::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
