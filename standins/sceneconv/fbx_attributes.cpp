@@ -76,9 +76,8 @@ Light FbxLight(const FbxObject& attribute) {
     default:
         break;
     }
-    if (const FbxProperty* color = attribute.Find("Color")) {
+    if (const FbxProperty* color = attribute.Find("Color"))
         light.color = {color->Number(0), color->Number(1), color->Number(2)};
-    }
     light.intensity = attribute.Number("Intensity", 100) / 100;
     light.outerCone = attribute.Number("OuterAngle", 45) / 2 * radian;
     light.on = attribute.Integer("CastLight", 1) != 0;

@@ -21,9 +21,8 @@ class BinaryReader {
         at_ = headSize;
         while (at_ < bytes_.size()) {
             FbxRecord record;
-            if (!ReadRecord(record, bytes_.size(), 0)) {
+            if (!ReadRecord(record, bytes_.size(), 0))
                 break;
-            }
             records.push_back(std::move(record));
         }
         return records;
@@ -35,9 +34,8 @@ class BinaryReader {
     template <typename T>
     T Take() {
         static_assert(std::endian::native == std::endian::little);
-        if (bytes_.size() - at_ < sizeof(T)) {
+        if (bytes_.size() - at_ < sizeof(T))
             Damaged();
-        }
         T value;
         std::memcpy(&value, bytes_.data() + at_, sizeof(T));
         at_ += sizeof(T);
@@ -47,9 +45,8 @@ class BinaryReader {
     std::uint64_t TakeSize() { return wide_ ? Take<std::uint64_t>() : Take<std::uint32_t>(); }
 
     std::string_view TakeBytes(std::uint64_t count) {
-        if (bytes_.size() - at_ < count) {
+        if (bytes_.size() - at_ < count)
             Damaged();
-        }
         const std::string_view taken = bytes_.substr(at_, static_cast<std::size_t>(count));
         at_ += taken.size();
         return taken;
@@ -61,24 +58,21 @@ class BinaryReader {
         const std::uint64_t valueCount = TakeSize();
         const std::uint64_t valueBytes = TakeSize();
         record.name = TakeBytes(Take<std::uint8_t>());
-        if (end == 0) {
+        if (end == 0)
             return false;
-        }
         if (depth > deepest || end > limit || end < at_ || valueBytes > end - at_ ||
             valueCount > valueBytes) {
             Damaged();
         }
         const std::size_t valuesEnd = at_ + static_cast<std::size_t>(valueBytes);
         record.values.reserve(static_cast<std::size_t>(valueCount));
-        for (std::uint64_t i = 0; i < valueCount; ++i) {
+        for (std::uint64_t i = 0; i < valueCount; ++i)
             record.values.push_back(ReadValue());
-        }
         at_ = valuesEnd;
         while (at_ < end) {
             FbxRecord child;
-            if (!ReadRecord(child, static_cast<std::size_t>(end), depth + 1)) {
+            if (!ReadRecord(child, static_cast<std::size_t>(end), depth + 1))
                 break;
-            }
             record.children.push_back(std::move(child));
         }
         at_ = static_cast<std::size_t>(end);

@@ -10,9 +10,8 @@ namespace {
 FbxProperties ReadProperties(const FbxRecord& owner) {
     FbxProperties properties;
     const FbxRecord* list = owner.Child("Properties70");
-    if (!list) {
+    if (!list)
         return properties;
-    }
     for (const FbxRecord& record : list->children) {
         if (record.values.size() >= 4) {
             properties.push_back({record.Text(0),
@@ -27,9 +26,8 @@ FbxProperties ReadProperties(const FbxRecord& owner) {
 /// Binary files write "name\0\1Class", text files "Class::name".
 std::string PlainName(const std::string& text) {
     using namespace std::string_literals;
-    if (const std::size_t cut = text.find("\0\1"s); cut != std::string::npos) {
+    if (const std::size_t cut = text.find("\0\1"s); cut != std::string::npos)
         return text.substr(0, cut);
-    }
     const std::size_t cut = text.find("::");
     return cut == std::string::npos ? text : text.substr(cut + 2);
 }
@@ -80,9 +78,8 @@ std::int64_t FbxObject::Integer(std::string_view propertyName, std::int64_t fall
 
 const FbxObject* FbxObject::Source(std::string_view sourceKind) const {
     for (const FbxConnection& source : sources_) {
-        if (source.property.empty() && source.object->kind == sourceKind) {
+        if (source.property.empty() && source.object->kind == sourceKind)
             return source.object;
-        }
     }
     return nullptr;
 }
@@ -97,21 +94,18 @@ FbxDocument::FbxDocument(std::string_view bytes) {
     std::vector<FbxRecord> records = ReadFbxRecords(bytes);
     objects_[0].kind = "Root";
     for (FbxRecord& record : records) {
-        if (record.name == "GlobalSettings") {
+        if (record.name == "GlobalSettings")
             settings_.properties = ReadProperties(record);
-        } else if (record.name == "Definitions") {
+        else if (record.name == "Definitions")
             ReadTemplates(record);
-        }
     }
     for (FbxRecord& record : records) {
-        if (record.name == "Objects") {
+        if (record.name == "Objects")
             ReadObjects(record);
-        }
     }
     for (const FbxRecord& record : records) {
-        if (record.name == "Connections") {
+        if (record.name == "Connections")
             ReadConnections(record);
-        }
     }
 }
 
@@ -123,9 +117,8 @@ const FbxObject* FbxDocument::Find(std::int64_t id) const {
 void FbxDocument::ReadTemplates(const FbxRecord& definitions) {
     for (const FbxRecord& type : definitions.children) {
         for (const FbxRecord& defaults : type.children) {
-            if (type.name == "ObjectType" && defaults.name == "PropertyTemplate") {
+            if (type.name == "ObjectType" && defaults.name == "PropertyTemplate")
                 templates_[TemplateKey(type.Text(0), defaults.Text(0))] = ReadProperties(defaults);
-            }
         }
     }
 }
@@ -133,9 +126,8 @@ void FbxDocument::ReadTemplates(const FbxRecord& definitions) {
 void FbxDocument::ReadObjects(FbxRecord& objects) {
     for (FbxRecord& record : objects.children) {
         const std::int64_t id = record.Integer(0);
-        if (id == 0 || record.values.size() < 3) {
+        if (id == 0 || record.values.size() < 3)
             continue;
-        }
         FbxObject& object = objects_[id];
         object.id = id;
         object.kind = record.name;
@@ -154,13 +146,11 @@ void FbxDocument::ReadConnections(const FbxRecord& connections) {
     for (const FbxRecord& record : connections.children) {
         const auto source = objects_.find(record.Integer(1));
         const auto target = objects_.find(record.Integer(2));
-        if (source == objects_.end() || target == objects_.end() || source->first == 0) {
+        if (source == objects_.end() || target == objects_.end() || source->first == 0)
             continue;
-        }
         const std::string type = record.Text(0);
-        if (type == "OO" || type == "OP") {
+        if (type == "OO" || type == "OP")
             target->second.sources_.push_back({&source->second, record.Text(3)});
-        }
     }
 }
 

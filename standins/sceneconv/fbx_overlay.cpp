@@ -15,9 +15,8 @@ namespace {
 std::vector<const FbxObject*> PlainSources(const FbxObject& object, std::string_view kind) {
     std::vector<const FbxObject*> found;
     for (const FbxConnection& source : object.Sources()) {
-        if (source.property.empty() && source.object->kind == kind) {
+        if (source.property.empty() && source.object->kind == kind)
             found.push_back(source.object);
-        }
     }
     return found;
 }
@@ -55,14 +54,12 @@ class FbxOverlay {
         models_.front() = &scene_.fbx->Root();
         bool complete = true;
         for (std::size_t i = 0; i < scene_.nodes.size(); ++i) {
-            if (models_[i]) {
+            if (models_[i])
                 complete = MatchChildren(i) && complete;
-            }
         }
         for (std::size_t i = 1; i < scene_.nodes.size(); ++i) {
-            if (models_[i]) {
+            if (models_[i])
                 Fill(scene_.nodes[i], *models_[i]);
-            }
         }
         return complete;
     }
@@ -73,13 +70,11 @@ class FbxOverlay {
     bool MatchChildren(std::size_t parent) {
         const std::vector<const FbxObject*> models = PlainSources(*models_[parent], "Model");
         const std::vector<int>& nodes = children_[parent];
-        if (models.size() != nodes.size()) {
+        if (models.size() != nodes.size())
             return false;
-        }
         for (std::size_t i = 0; i < nodes.size(); ++i) {
-            if (!MayBeNamed(Node(nodes[i]).name, models[i]->name)) {
+            if (!MayBeNamed(Node(nodes[i]).name, models[i]->name))
                 return false;
-            }
         }
         for (std::size_t i = 0; i < nodes.size(); ++i) {
             models_[static_cast<std::size_t>(nodes[i])] = models[i];
@@ -90,26 +85,21 @@ class FbxOverlay {
 
     void Fill(SourceNode& node, const FbxObject& model) {
         node.name = model.name;
-        if (const Matrix local = FbxLocalTransform(model); IsFinite(local)) {
+        if (const Matrix local = FbxLocalTransform(model); IsFinite(local))
             node.local = local;
-        }
-        if (const Matrix offset = FbxGeometricTransform(model); IsFinite(offset)) {
+        if (const Matrix offset = FbxGeometricTransform(model); IsFinite(offset))
             node.objectOffset = offset;
-        }
         node.hidden = model.Integer("Show", 1) == 0 || model.Number("Visibility", 1) == 0;
-        if (const FbxProperty* properties = model.FindOwn("UDP3DSMAX")) {
+        if (const FbxProperty* properties = model.FindOwn("UDP3DSMAX"))
             node.userProperties = properties->Text();
-        }
         FillMaterials(node, model);
-        if (const FbxObject* geometry = model.Source("Geometry")) {
+        if (const FbxObject* geometry = model.Source("Geometry"))
             FillGeometry(node, *geometry);
-        }
         FillAttribute(node, model);
         for (const FbxConnection& source : model.Sources()) {
             const auto target = nodeOf_.find(source.object);
-            if (source.property == "LookAtProperty" && target != nodeOf_.end()) {
+            if (source.property == "LookAtProperty" && target != nodeOf_.end())
                 node.target = target->second;
-            }
         }
     }
 
@@ -117,16 +107,13 @@ class FbxOverlay {
     void FillMaterials(SourceNode& node, const FbxObject& model) {
         const std::vector<MaterialSource> split = std::move(node.materials);
         node.materials.clear();
-        for (const FbxObject* material : PlainSources(model, "Material")) {
+        for (const FbxObject* material : PlainSources(model, "Material"))
             node.materials.push_back({material, -1});
-        }
         std::vector<int> idOf;
-        for (const MaterialSource& piece : split) {
+        for (const MaterialSource& piece : split)
             idOf.push_back(MaterialId(node, piece.importedIndex));
-        }
-        for (MeshPiece& piece : node.pieces) {
+        for (MeshPiece& piece : node.pieces)
             piece.materialId = idOf[static_cast<std::size_t>(piece.materialId)];
-        }
     }
 
     int MaterialId(SourceNode& node, int libraryIndex) {
@@ -137,16 +124,13 @@ class FbxOverlay {
         std::optional<std::size_t> found;
         for (std::size_t i = 0; i < node.materials.size(); ++i) {
             const MaterialSource& material = node.materials[i];
-            if (material.importedIndex >= 0 || material.fbx->name != wanted.GetName().C_Str()) {
+            if (material.importedIndex >= 0 || material.fbx->name != wanted.GetName().C_Str())
                 continue;
-            }
-            if (!found || Resembles(wanted, *material.fbx)) {
+            if (!found || Resembles(wanted, *material.fbx))
                 found = i;
-            }
         }
-        if (found) {
+        if (found)
             node.materials[*found].importedIndex = libraryIndex;
-        }
         return static_cast<int>(found.value_or(0));
     }
 
@@ -176,11 +160,10 @@ class FbxOverlay {
         node.camera.reset();
         node.light.reset();
         const FbxObject* attribute = model.Source("NodeAttribute");
-        if (attribute && attribute->subclass == "Camera") {
+        if (attribute && attribute->subclass == "Camera")
             node.camera = FbxCamera(*attribute);
-        } else if (attribute && attribute->subclass == "Light") {
+        else if (attribute && attribute->subclass == "Light")
             node.light = FbxLight(*attribute);
-        }
     }
 
     SourceScene& scene_;

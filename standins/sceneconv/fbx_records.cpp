@@ -14,21 +14,18 @@ constexpr std::string_view binaryMagic{"Kaydara FBX Binary  \0\x1a\0", 23};
 std::uint32_t TextVersion(std::string_view head) {
     // "; FBX 7.4.0 project file" in the first line
     const std::size_t start = head.find("FBX ");
-    if (start == std::string_view::npos) {
+    if (start == std::string_view::npos)
         return 0;
-    }
     std::uint32_t parts[3] = {0, 0, 0};
     const char* at = head.data() + start + 4;
     const char* end = head.data() + head.size();
     for (std::uint32_t& part : parts) {
         const auto [next, error] = std::from_chars(at, end, part);
-        if (error != std::errc{}) {
+        if (error != std::errc{})
             return 0;
-        }
         at = next;
-        if (at == end || *at != '.') {
+        if (at == end || *at != '.')
             break;
-        }
         ++at;
     }
     return parts[0] > 99 || parts[1] > 9 || parts[2] > 9
@@ -50,23 +47,19 @@ std::string FbxRecord::Text(std::size_t index) const {
 }
 
 double FbxRecord::Number(std::size_t index) const {
-    if (index >= values.size()) {
+    if (index >= values.size())
         return 0;
-    }
-    if (const auto* real = std::get_if<double>(&values[index])) {
+    if (const auto* real = std::get_if<double>(&values[index]))
         return *real;
-    }
     const auto* whole = std::get_if<std::int64_t>(&values[index]);
     return whole ? static_cast<double>(*whole) : 0;
 }
 
 std::int64_t FbxRecord::Integer(std::size_t index) const {
-    if (index >= values.size()) {
+    if (index >= values.size())
         return 0;
-    }
-    if (const auto* whole = std::get_if<std::int64_t>(&values[index])) {
+    if (const auto* whole = std::get_if<std::int64_t>(&values[index]))
         return *whole;
-    }
     const auto* real = std::get_if<double>(&values[index]);
     constexpr double limit = 9.0e18;
     return real && *real > -limit && *real < limit ? static_cast<std::int64_t>(*real) : 0;
@@ -94,9 +87,8 @@ FbxHead ReadFbxHead(std::string_view bytes) {
 
 std::vector<FbxRecord> ReadFbxRecords(std::string_view bytes) {
     const FbxHead head = ReadFbxHead(bytes);
-    if (!head.isFbx) {
+    if (!head.isFbx)
         throw std::runtime_error("not an FBX file");
-    }
     return head.isBinary ? ReadBinaryFbx(bytes, head.version) : ReadTextFbx(bytes);
 }
 

@@ -40,21 +40,19 @@ class TextReader {
 
     void SkipBlank() {
         while (at_ < bytes_.size()) {
-            if (bytes_[at_] == ';') {
+            if (bytes_[at_] == ';')
                 at_ = std::min(bytes_.find('\n', at_), bytes_.size());
-            } else if (IsSpace(bytes_[at_])) {
+            else if (IsSpace(bytes_[at_]))
                 ++at_;
-            } else {
+            else
                 return;
-            }
         }
     }
 
     std::string_view Word() {
         const std::size_t start = at_;
-        while (at_ < bytes_.size() && !IsWordEnd(bytes_[at_])) {
+        while (at_ < bytes_.size() && !IsWordEnd(bytes_[at_]))
             ++at_;
-        }
         return bytes_.substr(start, at_ - start);
     }
 
@@ -62,9 +60,8 @@ class TextReader {
         FbxRecord record;
         record.name = Word();
         SkipBlank();
-        if (record.name.empty() || Peek() != ':' || depth > deepest) {
+        if (record.name.empty() || Peek() != ':' || depth > deepest)
             Damaged();
-        }
         ++at_;
         ReadValues(record);
         SkipBlank();
@@ -77,9 +74,8 @@ class TextReader {
 
     void ReadChildren(FbxRecord& record, int depth) {
         for (SkipBlank(); Peek() != '}'; SkipBlank()) {
-            if (at_ >= bytes_.size()) {
+            if (at_ >= bytes_.size())
                 Damaged();
-            }
             record.children.push_back(ReadRecord(depth + 1));
         }
         ++at_;
@@ -101,9 +97,8 @@ class TextReader {
                 return;
             } else {
                 const std::string_view word = Word();
-                if (word.empty() && c != ',') {
+                if (word.empty() && c != ',')
                     Damaged();
-                }
                 record.values.push_back(PlainValue(word));
             }
             SkipBlanksOfLine();
@@ -116,16 +111,14 @@ class TextReader {
     }
 
     void SkipBlanksOfLine() {
-        while (Peek() == ' ' || Peek() == '\t' || Peek() == '\r') {
+        while (Peek() == ' ' || Peek() == '\t' || Peek() == '\r')
             ++at_;
-        }
     }
 
     std::string QuotedText() {
         const std::size_t end = bytes_.find('"', at_ + 1);
-        if (end == std::string_view::npos) {
+        if (end == std::string_view::npos)
             Damaged();
-        }
         std::string text(bytes_.substr(at_ + 1, end - at_ - 1));
         at_ = end + 1;
         static constexpr std::pair<std::string_view, const char*> marks[] = {
@@ -142,9 +135,8 @@ class TextReader {
     // *24 { a: 1,2,3 }
     void SkipArray() {
         at_ = bytes_.find('}', at_);
-        if (at_ == std::string_view::npos) {
+        if (at_ == std::string_view::npos)
             Damaged();
-        }
         ++at_;
     }
 

@@ -19,9 +19,8 @@ Matrix Euler(const Vector& angles, std::int64_t order) {
     const auto& sequence = axes[order >= 0 && order < 6 ? order : 0];
     const double values[3] = {angles.x, angles.y, angles.z};
     Matrix m;
-    for (const int axis : sequence) {
+    for (const int axis : sequence)
         m = AxisRotation(axis, values[axis]) * m;
-    }
     return m;
 }
 

@@ -20,9 +20,8 @@ constexpr std::size_t chunkHead = 8;
 
 /// The JSON part of a .gltf or .glb file.
 std::string_view JsonPart(std::string_view bytes) {
-    if (!bytes.starts_with("glTF") || bytes.size() < glbHead + chunkHead) {
+    if (!bytes.starts_with("glTF") || bytes.size() < glbHead + chunkHead)
         return bytes;
-    }
     std::uint32_t size = 0;
     std::memcpy(&size, bytes.data() + glbHead, sizeof size);
     return bytes.substr(glbHead + chunkHead, size);
@@ -48,9 +47,8 @@ double Number(const json& owner, const char* name, double fallback) {
 
 std::vector<double> Numbers(const json& list, std::size_t count) {
     std::vector<double> numbers;
-    for (const json& value : list) {
+    for (const json& value : list)
         numbers.push_back(value.is_number() ? value.get<double>() : std::nan(""));
-    }
     return numbers.size() == count ? numbers : std::vector<double>();
 }
 
@@ -63,12 +61,10 @@ Matrix LocalMatrix(const json& node) {
     const auto r = Numbers(Member(node, "rotation"), 4);
     const auto s = Numbers(Member(node, "scale"), 3);
     Matrix m;
-    if (!t.empty()) {
+    if (!t.empty())
         m = m * Translation({t[0], t[1], t[2]});
-    }
-    if (!r.empty()) {
+    if (!r.empty())
         m = m * FromQuaternion(r[0], r[1], r[2], r[3]);
-    }
     return s.empty() ? m : m * Scaling({s[0], s[1], s[2]});
 }
 
@@ -83,9 +79,8 @@ std::optional<Camera> ReadCamera(const json& from) {
         return camera;
     }
     const json& lens = Member(from, "perspective");
-    if (!lens.is_object()) {
+    if (!lens.is_object())
         return std::nullopt;
-    }
     // The angle is the vertical one. Without an aspect the picture's own counts.
     const double aspect = Number(lens, "aspectRatio", renderAspect);
     const double vertical = Number(lens, "yfov", 0);
@@ -96,9 +91,8 @@ std::optional<Camera> ReadCamera(const json& from) {
 }
 
 std::optional<Light> ReadLight(const json& from) {
-    if (!from.is_object()) {
+    if (!from.is_object())
         return std::nullopt;
-    }
     Light light;
     const json& type = Member(from, "type");
     light.kind = type == "spot"          ? LightKind::Spot
@@ -106,9 +100,8 @@ std::optional<Light> ReadLight(const json& from) {
                                          : LightKind::Point;
     light.unit = light.kind == LightKind::Directional ? LightUnit::Lux : LightUnit::Candela;
     light.intensity = Number(from, "intensity", 1);
-    if (const auto c = Numbers(Member(from, "color"), 3); !c.empty()) {
+    if (const auto c = Numbers(Member(from, "color"), 3); !c.empty())
         light.color = {c[0], c[1], c[2]};
-    }
     constexpr double quarterTurn = 0.78539816339744831;
     light.outerCone = Number(Member(from, "spot"), "outerConeAngle", quarterTurn);
     return light;
@@ -116,9 +109,8 @@ std::optional<Light> ReadLight(const json& from) {
 
 std::string UserProperties(const json& extras) {
     std::string lines;
-    if (!extras.is_object()) {
+    if (!extras.is_object())
         return lines;
-    }
     for (const auto& [key, value] : extras.items()) {
         if (value.is_primitive() && !value.is_null()) {
             lines += (lines.empty() ? "" : "\r\n") + key + " = " +
@@ -142,26 +134,23 @@ class GltfOverlay {
         const json& roots =
             Member(Element(scenes, chosen.is_number_unsigned() ? chosen : first), "nodes");
         scene_.dropRoot = roots.size() != 1;
-        if (!scene_.dropRoot) {
+        if (!scene_.dropRoot)
             return Apply(0, roots[0]);
-        }
         return ApplyList(0, roots);
     }
 
   private:
     bool ApplyList(int parent, const json& list) {
         std::vector<std::pair<int, json>> open;
-        if (!Push(open, parent, list)) {
+        if (!Push(open, parent, list))
             return false;
-        }
         while (!open.empty()) {
             const auto [index, id] = open.back();
             open.pop_back();
             const json& node = Element(Member(file_, "nodes"), id);
             Fill(scene_.nodes[static_cast<std::size_t>(index)], node);
-            if (!Push(open, index, Member(node, "children"))) {
+            if (!Push(open, index, Member(node, "children")))
                 return false;
-            }
         }
         return true;
     }
@@ -175,37 +164,30 @@ class GltfOverlay {
     bool Push(std::vector<std::pair<int, json>>& open, int parent, const json& list) {
         const std::vector<int>& children = children_[static_cast<std::size_t>(parent)];
         const std::size_t count = list.is_array() ? list.size() : 0;
-        if (children.size() != count) {
+        if (children.size() != count)
             return false;
-        }
-        for (std::size_t i = 0; i < count; ++i) {
+        for (std::size_t i = 0; i < count; ++i)
             open.emplace_back(children[i], list[i]);
-        }
         return true;
     }
 
     void Fill(SourceNode& node, const json& from) {
-        if (!from.is_object()) {
+        if (!from.is_object())
             return;
-        }
         const json& name = Member(from, "name");
-        if (name.is_string() && !name.get_ref<const std::string&>().empty()) {
+        if (name.is_string() && !name.get_ref<const std::string&>().empty())
             node.name = name.get<std::string>();
-        }
-        if (const Matrix local = LocalMatrix(from); IsFinite(local)) {
+        if (const Matrix local = LocalMatrix(from); IsFinite(local))
             node.local = local;
-        }
         const json& camera = Member(from, "camera");
         node.camera = ReadCamera(Element(Member(file_, "cameras"), camera));
-        if (node.camera) {
+        if (node.camera)
             node.camera->source = camera.get<std::int64_t>();
-        }
         const json& light =
             Member(Member(Member(from, "extensions"), "KHR_lights_punctual"), "light");
         node.light = ReadLight(Element(lights_, light));
-        if (node.light) {
+        if (node.light)
             node.light->source = light.get<std::int64_t>();
-        }
         node.userProperties = UserProperties(Member(from, "extras"));
     }
 
@@ -228,9 +210,8 @@ void OverlayGltf(SourceScene& scene, std::string_view bytes, Warnings& warnings)
     const std::size_t count = materials.is_array() ? materials.size() : 0;
     for (SourceNode& node : scene.nodes) {
         for (MaterialSource& material : node.materials) {
-            if (material.importedIndex >= static_cast<int>(count)) {
+            if (material.importedIndex >= static_cast<int>(count))
                 material.importedIndex = -1;
-            }
         }
     }
 }

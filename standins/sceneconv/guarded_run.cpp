@@ -38,21 +38,17 @@ constexpr bool canLimitMemory = true;
 int GuardedRun(const std::function<int()>& work, const std::string& crashText,
                std::uint64_t memory) {
     const pid_t child = fork();
-    if (child < 0) {
+    if (child < 0)
         return work();
-    }
-    if (child == 0) {
+    if (child == 0)
         RunInChild(work, memory);
-    }
     int status = 0;
     while (waitpid(child, &status, 0) < 0) {
-        if (errno != EINTR) {
+        if (errno != EINTR)
             return 1;
-        }
     }
-    if (WIFEXITED(status)) {
+    if (WIFEXITED(status))
         return WEXITSTATUS(status);
-    }
     std::fputs(crashText.c_str(), stderr);
     return 1;
 }

@@ -99,9 +99,8 @@ constexpr NamedRow classesKnownByName[] = {
 /// Both parts of the id, the first in the upper half.
 constexpr std::uint64_t IdOfName(std::string_view name) {
     std::uint64_t hash = 14695981039346656037U;
-    for (const char c : name) {
+    for (const char c : name)
         hash = (hash ^ static_cast<std::uint64_t>(c)) * 1099511628211U;
-    }
     return hash;
 }
 
@@ -110,14 +109,12 @@ const char* NameOf(const HostClass& ids) {
         std::find_if(std::begin(knownClasses), std::end(knownClasses), [&](const Row& r) {
             return r.partA == ids.partA && r.partB == ids.partB && r.super == ids.super;
         });
-    if (row != std::end(knownClasses)) {
+    if (row != std::end(knownClasses))
         return row->name;
-    }
     const std::uint64_t id = (std::uint64_t{ids.partA} << 32U) | ids.partB;
     for (const NamedRow& named : classesKnownByName) {
-        if (named.super == ids.super && IdOfName(named.name) == id) {
+        if (named.super == ids.super && IdOfName(named.name) == id)
             return named.name;
-        }
     }
     return "";
 }
@@ -127,9 +124,8 @@ const char* NameOf(const HostClass& ids) {
 std::optional<HostClass> HostClassOf(const FbxObject& object) {
     const FbxProperty* a = object.FindOwn("3dsMax|ClassIDa");
     const FbxProperty* b = object.FindOwn("3dsMax|ClassIDb");
-    if (!a || !b) {
+    if (!a || !b)
         return std::nullopt;
-    }
     HostClass found;
     found.partA = static_cast<std::uint32_t>(a->Integer());
     found.partB = static_cast<std::uint32_t>(b->Integer());

@@ -22,14 +22,12 @@ struct Place {
 };
 
 std::optional<Place> PlaceOf(std::string_view property) {
-    if (!property.starts_with(prefix)) {
+    if (!property.starts_with(prefix))
         return std::nullopt;
-    }
     property.remove_prefix(prefix.size());
     const std::size_t cut = property.find('|');
-    if (cut == std::string_view::npos) {
+    if (cut == std::string_view::npos)
         return std::nullopt;
-    }
     Place place{std::string(property.substr(0, cut)), std::string(property.substr(cut + 1)), -1};
     const std::size_t last = place.name.rfind('|');
     const std::string tail = last == std::string::npos ? "" : place.name.substr(last + 1);
@@ -101,9 +99,8 @@ std::string TypeOf(const FbxProperty& property) {
 std::string EmptyReferenceType(const std::string& name) {
     const std::string lower = Lower(name);
     const auto has = [&](const char* part) { return lower.find(part) != std::string::npos; };
-    if (has("mtl") || has("material")) {
+    if (has("mtl") || has("material"))
         return "mtl";
-    }
     return has("map") || has("tex") ? "texmap" : "reftarg";
 }
 
@@ -118,21 +115,16 @@ Json Numbers(const FbxProperty& property, std::size_t count) {
 
 Json ValueOf(const FbxProperty& property, const std::string& type) {
     constexpr std::int64_t ktimeInTick = 9622116; // 46186158000 and 4800 in a second
-    if (type == "float") {
+    if (type == "float")
         return Tidy(property.Number());
-    }
-    if (type == "int") {
+    if (type == "int")
         return static_cast<std::int32_t>(property.Integer());
-    }
-    if (type == "timevalue") {
+    if (type == "timevalue")
         return static_cast<std::int32_t>(property.Integer() / ktimeInTick);
-    }
-    if (type == "bool") {
+    if (type == "bool")
         return property.Integer() != 0;
-    }
-    if (type == "string" || type == "filename") {
+    if (type == "string" || type == "filename")
         return ToUtf8(property.Text());
-    }
     return Numbers(property, type == "point2" ? 2 : type == "frgba" || type == "point4" ? 4 : 3);
 }
 
@@ -145,11 +137,10 @@ class BlockCollector {
         for (const FbxProperty& property : object_.properties) {
             const std::optional<Place> place = PlaceOf(property.name);
             const std::string type = TypeOf(property);
-            if (place && type == "reference") {
+            if (place && type == "reference")
                 Put(*place, EmptyReferenceType(place->name), nullptr);
-            } else if (place && !type.empty()) {
+            else if (place && !type.empty())
                 Put(*place, type, ValueOf(property, type));
-            }
         }
         for (const FbxConnection& source : object_.Sources()) {
             const std::optional<Place> place = PlaceOf(source.property);
@@ -175,27 +166,23 @@ class BlockCollector {
         const auto index = static_cast<std::size_t>(place.index);
         param["type"] = type + "_tab";
         Json& list = param["value"];
-        if (!list.is_array()) {
+        if (!list.is_array())
             list = Json::array();
-        }
         while (list.size() <= index && list.size() < longest) {
             list.push_back(value); // gaps do not happen; one would repeat the next entry
         }
-        if (index < longest) {
+        if (index < longest)
             list[index] = std::move(value);
-        }
     }
 
     using Places = std::map<std::string, std::size_t>;
 
     static Json& Entry(Json& list, Places& places, const std::string& name) {
-        if (!list.is_array()) {
+        if (!list.is_array())
             list = Json::array();
-        }
         const auto [place, isNew] = places.try_emplace(name, list.size());
-        if (isNew) {
+        if (isNew)
             list.push_back({{"name", ToUtf8(name)}});
-        }
         return list[place->second];
     }
 
@@ -231,9 +218,8 @@ Json SlotList(const Json& blocks) {
     Json slots = Json::array();
     for (const Json& block : blocks) {
         for (const Json& param : block["params"]) {
-            if (param["type"] != "texmap") {
+            if (param["type"] != "texmap")
                 continue;
-            }
             const std::string& name = param["name"].get_ref<const std::string&>();
             Json slot = {{"name", name}, {"param", name}};
             for (const Json& other : block["params"]) {
@@ -260,15 +246,13 @@ Json HostEntry(const FbxObject& object, const HostClass& hostClass, const std::s
     Json entry;
     const std::string ids = Hex(hostClass.partA) + "," + Hex(hostClass.partB);
     entry["class"] = hostClass.name.empty() ? "Class " + ids : hostClass.name;
-    if (!name.empty()) {
+    if (!name.empty())
         entry["name"] = ToUtf8(name);
-    }
     entry["class_id"] = {hostClass.partA, hostClass.partB};
     if (hostClass.name.empty()) {
         entry["super_class"] = SuperClassName(hostClass.super);
-        if (hostClass.super == materialSuperClass) {
+        if (hostClass.super == materialSuperClass)
             entry["slot_list"] = SlotList(blocks);
-        }
     }
     entry["blocks"] = std::move(blocks);
     return entry;

@@ -47,17 +47,15 @@ bool IsLit(const std::optional<aiColor4D>& color) {
 }
 
 void PutMap(Json& params, const char* name, const Json& map) {
-    if (!map.is_null()) {
+    if (!map.is_null())
         params[name] = map;
-    }
 }
 
 /// The first of several textures that serve one purpose.
 Json FirstMap(const aiMaterial& from, Maps& maps, std::initializer_list<aiTextureType> types) {
     for (const aiTextureType type : types) {
-        if (Json map = maps.FromLibrary(from, type); !map.is_null()) {
+        if (Json map = maps.FromLibrary(from, type); !map.is_null())
             return map;
-        }
     }
     return nullptr;
 }
@@ -71,11 +69,10 @@ void PutSurface(Json& params, const Reader& read) {
     std::optional<aiColor4D> color = read.Color(AI_MATKEY_BASE_COLOR);
     color = color ? color : read.Color(AI_MATKEY_COLOR_DIFFUSE);
     params["base_color"] = Rgba(color.value_or(aiColor4D(0.5F, 0.5F, 0.5F, 1)), 1);
-    if (const auto roughness = read.Number(AI_MATKEY_ROUGHNESS_FACTOR)) {
+    if (const auto roughness = read.Number(AI_MATKEY_ROUGHNESS_FACTOR))
         params["roughness"] = Tidy(std::clamp(*roughness, 0.0, 1.0));
-    } else if (const auto shininess = read.Number(AI_MATKEY_SHININESS)) {
+    else if (const auto shininess = read.Number(AI_MATKEY_SHININESS))
         params["roughness"] = Tidy(RoughnessOf(*shininess));
-    }
     if (const auto metalness = read.Number(AI_MATKEY_METALLIC_FACTOR)) {
         params["metalness"] = Tidy(*metalness);
     } else if (const auto specular = read.Color(AI_MATKEY_COLOR_SPECULAR)) {
@@ -83,12 +80,10 @@ void PutSurface(Json& params, const Reader& read) {
             Tidy(std::clamp(std::max({specular->r, specular->g, specular->b}), 0.0F, 1.0F));
     }
     const double opacity = read.Number(AI_MATKEY_OPACITY).value_or(1);
-    if (opacity < 1) {
+    if (opacity < 1)
         params["transparency"] = Tidy(1 - std::max(opacity, 0.0));
-    }
-    if (const auto ior = read.Number(AI_MATKEY_REFRACTI); ior && *ior > 1 && *ior <= 50) {
+    if (const auto ior = read.Number(AI_MATKEY_REFRACTI); ior && *ior > 1 && *ior <= 50)
         params["trans_ior"] = Tidy(*ior);
-    }
     if (const auto light = read.Color(AI_MATKEY_COLOR_EMISSIVE); IsLit(light)) {
         params["emission"] = 1.0;
         params["emit_color"] = Rgba(*light, 1);

@@ -21,15 +21,13 @@ MaterialSource LibraryMaterial(const SourceScene& scene, unsigned index) {
 void AddMaterialPieces(SourceNode& node, const aiNode& from, const SourceScene& scene) {
     const aiScene& library = *scene.imported;
     for (unsigned i = 0; i < from.mNumMeshes; ++i) {
-        if (from.mMeshes[i] >= library.mNumMeshes) {
+        if (from.mMeshes[i] >= library.mNumMeshes)
             continue;
-        }
         const MaterialSource material =
             LibraryMaterial(scene, library.mMeshes[from.mMeshes[i]]->mMaterialIndex);
         auto place = std::find(node.materials.begin(), node.materials.end(), material);
-        if (place == node.materials.end()) {
+        if (place == node.materials.end())
             place = node.materials.insert(place, material);
-        }
         node.pieces.push_back({from.mMeshes[i], static_cast<int>(place - node.materials.begin())});
     }
 }
@@ -47,9 +45,8 @@ void AddNodes(SourceScene& scene) {
         AddMaterialPieces(node, *from, scene);
         const int index = static_cast<int>(scene.nodes.size());
         scene.nodes.push_back(std::move(node));
-        for (unsigned i = from->mNumChildren; i > 0; --i) {
+        for (unsigned i = from->mNumChildren; i > 0; --i)
             open.emplace_back(from->mChildren[i - 1], index);
-        }
     }
 }
 
@@ -86,9 +83,8 @@ Light FromLibrary(const aiLight& from) {
         LookFrame(ToVector(from.mPosition), ToVector(from.mDirection), ToVector(from.mUp));
     const aiColor3D& c = from.mColorDiffuse.IsBlack() ? from.mColorAmbient : from.mColorDiffuse;
     light.intensity = std::max({c.r, c.g, c.b});
-    if (light.intensity > 0) {
+    if (light.intensity > 0)
         light.color = {c.r / light.intensity, c.g / light.intensity, c.b / light.intensity};
-    }
     light.outerCone = from.mAngleOuterCone / (light.kind == LightKind::Spot ? 2.0 : 1.0);
     light.width = from.mSize.x;
     light.height = from.mSize.y;
@@ -103,31 +99,27 @@ void BuildFromLibrary(SourceScene& scene, Warnings& warnings) {
     scene.dropRoot = root.pieces.empty() && scene.nodes.size() > 1;
 
     std::map<std::string, SourceNode*> byName;
-    for (SourceNode& node : scene.nodes) {
+    for (SourceNode& node : scene.nodes)
         byName.try_emplace(node.name, &node);
-    }
     const auto holder = [&](const aiString& name) -> SourceNode* {
         const auto found = byName.find(name.C_Str());
         if (found == byName.end()) {
             warnings.Add("a light or camera stands in no node: " + std::string(name.C_Str()));
             return nullptr;
         }
-        if (found->second == &scene.nodes.front()) {
+        if (found->second == &scene.nodes.front())
             scene.dropRoot = false;
-        }
         return found->second;
     };
     for (unsigned i = 0; i < scene.imported->mNumCameras; ++i) {
         const aiCamera& camera = *scene.imported->mCameras[i];
-        if (SourceNode* node = holder(camera.mName)) {
+        if (SourceNode* node = holder(camera.mName))
             node->camera = FromLibrary(camera);
-        }
     }
     for (unsigned i = 0; i < scene.imported->mNumLights; ++i) {
         const aiLight& light = *scene.imported->mLights[i];
-        if (SourceNode* node = holder(light.mName)) {
+        if (SourceNode* node = holder(light.mName))
             node->light = FromLibrary(light);
-        }
     }
 }
 
@@ -139,23 +131,20 @@ void LinkTargetsByName(SourceScene& scene) {
         const SourceNode& node = scene.nodes[i];
         world[i] = node.parent < 0 ? node.local
                                    : world[static_cast<std::size_t>(node.parent)] * node.local;
-        if (node.name.ends_with(suffix) && !node.camera && !node.light) {
+        if (node.name.ends_with(suffix) && !node.camera && !node.light)
             targets.try_emplace(node.name, static_cast<int>(i));
-        }
     }
     for (std::size_t i = 0; i < scene.nodes.size(); ++i) {
         SourceNode& node = scene.nodes[i];
         const auto found = targets.find(node.name + std::string(suffix));
-        if (found == targets.end() || node.target >= 0 || (!node.camera && !node.light)) {
+        if (found == targets.end() || node.target >= 0 || (!node.camera && !node.light))
             continue;
-        }
         // The name alone proves nothing: a target is what the node looks at.
         const Matrix frame = world[i] * (node.camera ? node.camera->frame : node.light->frame);
         Vector aim = Position(world[static_cast<std::size_t>(found->second)]) - Position(frame);
         Vector look{-frame.a3, -frame.b3, -frame.c3};
-        if (aim.Normalize() * look.Normalize() > 0.9999) {
+        if (aim.Normalize() * look.Normalize() > 0.9999)
             node.target = found->second;
-        }
     }
 }
 

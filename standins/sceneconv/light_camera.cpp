@@ -29,9 +29,8 @@ double MetresIn(const Unit& unit) {
 /// Unknown classes cannot stand beside ours, so they are known by the host's blocks alone.
 std::optional<Json> HostObject(const FbxObject* from, const Reference& reference) {
     const std::optional<HostClass> hostClass = from ? HostClassOf(*from) : std::nullopt;
-    if (!hostClass) {
+    if (!hostClass)
         return std::nullopt;
-    }
     Json object = HostEntry(*from, *hostClass, "", reference);
     // The file holds all of them; a second set of other names would only hide them.
     object["replace_blocks"] = true;
@@ -86,9 +85,8 @@ void SetOrtho(Json& lens, double width, double targetDistance) {
 Json LightObject(const Light& light, const Unit& unit, double targetDistance,
                  const Reference& reference) {
     if (std::optional<Json> object = HostObject(light.fbx, reference)) {
-        if (!light.on) {
+        if (!light.on)
             (*object)["use_light"] = false;
-        }
         return *object;
     }
     switch (light.kind) {
@@ -107,12 +105,10 @@ Json CameraObject(const Camera& camera, double targetDistance, const Reference& 
     Json lens;
     const bool angleGiven = camera.fov > 0 && camera.fov < std::numbers::pi;
     lens["fov"] = Tidy(angleGiven ? camera.fov : std::numbers::pi / 4);
-    if (targetDistance > 0) {
+    if (targetDistance > 0)
         lens["target_distance"] = Tidy(targetDistance);
-    }
-    if (camera.ortho && camera.orthoWidth > 0 && std::isfinite(camera.orthoWidth)) {
+    if (camera.ortho && camera.orthoWidth > 0 && std::isfinite(camera.orthoWidth))
         SetOrtho(lens, camera.orthoWidth, targetDistance);
-    }
     if (camera.farClip > camera.nearClip) {
         lens["manual_clip"] = true;
         lens["near"] = Tidy(camera.nearClip);

@@ -16,9 +16,8 @@ int ConvertAndReport(const std::filesystem::path& input, const std::filesystem::
     sceneconv::Warnings warnings;
     try {
         const sceneconv::Summary made = sceneconv::Convert(input, output, warnings);
-        for (const std::string& line : warnings.Lines()) {
+        for (const std::string& line : warnings.Lines())
             std::cerr << "sceneconv: warning: " << line << '\n';
-        }
         std::cout << output.string() << ": " << made.nodes << " nodes, " << made.objects
                   << " objects, " << made.materials << " materials, " << made.maps << " maps\n";
         return 0;

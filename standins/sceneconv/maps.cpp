@@ -23,9 +23,8 @@ struct Placement {
 Json PlacementJson(const Placement& from) {
     Json params = Json::object();
     const auto put = [&](const char* name, double value, double usual) {
-        if (std::isfinite(value) && Tidy(value) != usual) {
+        if (std::isfinite(value) && Tidy(value) != usual)
             params[name] = Tidy(value);
-        }
     };
     put("U_Offset", from.offset[0], 0);
     put("V_Offset", from.offset[1], 0);
@@ -35,24 +34,20 @@ Json PlacementJson(const Placement& from) {
     const char* const tile[] = {"U_Tile", "V_Tile"};
     const char* const mirror[] = {"U_Mirror", "V_Mirror"};
     for (int i = 0; i < 2; ++i) {
-        if (from.mode[i] != aiTextureMapMode_Wrap) {
+        if (from.mode[i] != aiTextureMapMode_Wrap)
             params[tile[i]] = false;
-        }
-        if (from.mode[i] == aiTextureMapMode_Mirror) {
+        if (from.mode[i] == aiTextureMapMode_Mirror)
             params[mirror[i]] = true;
-        }
     }
-    if (from.channel != 1) {
+    if (from.channel != 1)
         params["mapChannel"] = from.channel;
-    }
     return params;
 }
 
 Json BitmapJson(const std::string& name, const std::string& file, const Placement& placement) {
     Json map = {{"class", "Bitmap"}, {"name", ToUtf8(name)}, {"file", ToUtf8(file)}};
-    if (Json params = PlacementJson(placement); !params.empty()) {
+    if (Json params = PlacementJson(placement); !params.empty())
         map["sub_objects"] = {{"uvgen", {{"params", std::move(params)}}}};
-    }
     return map;
 }
 
@@ -72,24 +67,21 @@ Placement FbxPlacement(const FbxObject& texture) {
         placement.offset[i] = translation ? translation->Number(i) : offset ? offset->Number(i) : 0;
         placement.tiling[i] = scaling ? scaling->Number(i) : tiling ? tiling->Number(i) : 1;
     }
-    if (const FbxProperty* rotation = texture.FindOwn("Rotation")) {
+    if (const FbxProperty* rotation = texture.FindOwn("Rotation"))
         placement.angle = rotation->Number(2) * std::numbers::pi / 180;
-    }
     placement.mode[0] =
         texture.Integer("WrapModeU", 0) == 1 ? aiTextureMapMode_Clamp : aiTextureMapMode_Wrap;
     placement.mode[1] =
         texture.Integer("WrapModeV", 0) == 1 ? aiTextureMapMode_Clamp : aiTextureMapMode_Wrap;
-    if (const FbxProperty* set = texture.FindOwn("UVSet")) {
+    if (const FbxProperty* set = texture.FindOwn("UVSet"))
         placement.channel = std::max(HostUvChannel(set->Text()), 1);
-    }
     return placement;
 }
 
 std::string FileOf(const FbxObject& texture, const char* member, const char* videoMember) {
     const FbxRecord* own = texture.record.Child(member);
-    if (own && !own->Text(0).empty()) {
+    if (own && !own->Text(0).empty())
         return own->Text(0);
-    }
     const FbxObject* video = texture.Source("Video");
     const FbxRecord* theirs = video ? video->record.Child(videoMember) : nullptr;
     return theirs ? theirs->Text(0) : std::string();
@@ -102,9 +94,8 @@ void SetTransform(Placement& placement, const aiUVTransform& t) {
     const double shift[2] = {t.mTranslation.x, t.mTranslation.y};
     for (int i = 0; i < 2; ++i) {
         placement.tiling[i] = scale[i];
-        if (scale[i] != 0) {
+        if (scale[i] != 0)
             placement.offset[i] = (0.5 - 0.5 * scale[i] - shift[i]) / scale[i];
-        }
     }
     placement.angle = t.mRotation;
 }
@@ -122,9 +113,8 @@ Json Maps::FromFbx(const FbxObject& texture) {
     }
     const std::string file = FileOf(texture, "FileName", "Filename");
     const std::string relative = FileOf(texture, "RelativeFilename", "RelativeFilename");
-    if (file.empty() && relative.empty()) {
+    if (file.empty() && relative.empty())
         return nullptr;
-    }
     const std::string placed = files_.Place(file.empty() ? relative : file, relative);
     const std::string name = texture.name.empty() ? Stem(placed) : texture.name;
     return fbx_[&texture] = Add(name, BitmapJson(name, placed, FbxPlacement(texture)));
@@ -141,9 +131,8 @@ Json Maps::FromLibrary(const aiMaterial& material, aiTextureType type, unsigned 
     }
     placement.channel = channel < 98 ? static_cast<int>(channel) + 1 : 1;
     aiUVTransform transform;
-    if (material.Get(AI_MATKEY_UVTRANSFORM(type, index), transform) == AI_SUCCESS) {
+    if (material.Get(AI_MATKEY_UVTRANSFORM(type, index), transform) == AI_SUCCESS)
         SetTransform(placement, transform);
-    }
     const std::string placed = files_.Place(path.C_Str(), "");
     Json map = BitmapJson(Stem(placed), placed, placement);
     const std::string key = map.dump();
@@ -152,15 +141,13 @@ Json Maps::FromLibrary(const aiMaterial& material, aiTextureType type, unsigned 
 }
 
 Json Maps::NormalMap(const Json& map, double strength) {
-    if (map.is_null()) {
+    if (map.is_null())
         return map;
-    }
     Json entry = {{"class", "Normal Bump"},
                   {"name", map.get<std::string>() + " normal"},
                   {"params", {{"normal_map", map}}}};
-    if (Tidy(strength) != 1) {
+    if (Tidy(strength) != 1)
         entry["params"]["mult_spin"] = Tidy(strength);
-    }
     const std::string key = entry.dump();
     const auto known = known_.find(key);
     return known != known_.end()

@@ -5,12 +5,10 @@
 namespace sceneconv {
 
 Json Materials::OfNode(const SourceNode& node) {
-    if (node.materials.empty()) {
+    if (node.materials.empty())
         return nullptr;
-    }
-    if (node.materials.size() == 1) {
+    if (node.materials.size() == 1)
         return One(node.materials.front());
-    }
     Json subs = Json::array();
     std::vector<std::string> key;
     for (const MaterialSource& source : node.materials) {
@@ -20,9 +18,8 @@ Json Materials::OfNode(const SourceNode& node) {
     const auto [place, isNew] = multis_.try_emplace(key);
     if (isNew) {
         Json ids = Json::array();
-        for (std::size_t i = 0; i < subs.size(); ++i) {
+        for (std::size_t i = 0; i < subs.size(); ++i)
             ids.push_back(i);
-        }
         // The source files know the materials of the faces, but no name for them together.
         const std::string name = node.name + " materials";
         place->second = Add(name, {{"class", "Multi/Sub-Object"},
@@ -38,9 +35,8 @@ Json Materials::OfFbx(const FbxObject& object) {
 }
 
 Json Materials::One(const MaterialSource& source) {
-    if (source.IsNone()) {
+    if (source.IsNone())
         return nullptr;
-    }
     // An FBX material is the same one whether or not a mesh piece showed the library's view.
     const MaterialSource key{source.fbx, source.fbx ? -1 : source.importedIndex};
     const auto known = known_.find(key);
@@ -64,9 +60,8 @@ Json Materials::Convert(const MaterialSource& source) {
     }
     const aiMaterial& from = *scene_.imported->mMaterials[source.importedIndex];
     std::string name = ToUtf8(source.fbx ? source.fbx->name : from.GetName().C_Str());
-    if (name.empty()) {
+    if (name.empty())
         name = "Material " + std::to_string(source.importedIndex + 1);
-    }
     return known_[key] =
                Add(name, scene_.format == Format::Gltf ? GltfMaterial(from, name, maps_)
                                                        : PhysicalMaterial(from, name, maps_));

@@ -47,9 +47,8 @@ Matrix AxisRotation(int axis, double degrees) {
 
 Matrix FromQuaternion(double x, double y, double z, double w) {
     const double length = std::sqrt(x * x + y * y + z * z + w * w);
-    if (!(length > 0)) {
+    if (!(length > 0))
         return {};
-    }
     x /= length;
     y /= length;
     z /= length;
@@ -68,9 +67,8 @@ Matrix InverseOrIdentity(const Matrix& m) {
 bool IsFinite(const Matrix& m) {
     for (unsigned row = 0; row < 4; ++row) {
         for (unsigned column = 0; column < 4; ++column) {
-            if (!std::isfinite(m[row][column])) {
+            if (!std::isfinite(m[row][column]))
                 return false;
-            }
         }
     }
     return true;
@@ -79,9 +77,8 @@ bool IsFinite(const Matrix& m) {
 bool IsIdentity(const Matrix& m) {
     for (unsigned row = 0; row < 4; ++row) {
         for (unsigned column = 0; column < 4; ++column) {
-            if (std::abs(m[row][column] - (row == column ? 1 : 0)) > 1e-12) {
+            if (std::abs(m[row][column] - (row == column ? 1 : 0)) > 1e-12)
                 return false;
-            }
         }
     }
     return true;
@@ -94,14 +91,12 @@ Vector Position(const Matrix& m) {
 Matrix LookFrame(const Vector& position, const Vector& direction, const Vector& up) {
     constexpr double tiny = 1e-9;
     Vector z = direction * -1.0;
-    if (!(z.Length() > tiny)) {
+    if (!(z.Length() > tiny))
         z = {0, 0, 1};
-    }
     z.Normalize();
     Vector x = up ^ z;
-    if (!(x.Length() > tiny)) {
+    if (!(x.Length() > tiny))
         x = (std::abs(z.y) < 0.9 ? Vector{0, 1, 0} : Vector{0, 0, 1}) ^ z;
-    }
     x.Normalize();
     return FromAxes(x, z ^ x, z, position);
 }

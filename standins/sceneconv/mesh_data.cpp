@@ -66,9 +66,8 @@ class MeshBuilder {
 
     Json Build() {
         FindChannels();
-        for (const MeshPiece& piece : node_.pieces) {
+        for (const MeshPiece& piece : node_.pieces)
             AddPiece(*library_.mMeshes[piece.mesh], piece.materialId);
-        }
         return materialIds_.empty() ? Json() : Write();
     }
 
@@ -79,16 +78,14 @@ class MeshBuilder {
             const aiMesh& mesh = *library_.mMeshes[piece.mesh];
             hasNormals_ = hasNormals_ || mesh.HasNormals();
             hasColors_ = hasColors_ || mesh.HasVertexColors(0);
-            if (mesh.GetNumColorChannels() > 1) {
+            if (mesh.GetNumColorChannels() > 1)
                 warnings_.Add("vertex colours beyond the first set are left out");
-            }
             for (unsigned i = 0; i < AI_MAX_NUMBER_OF_TEXTURECOORDS; ++i) {
                 if (mesh.HasTextureCoords(i)) {
                     const std::size_t size = mesh.mNumUVComponents[i] == 3 ? 3 : 2;
                     const auto place = uvs_.try_emplace(UvChannel(i), size).first;
-                    if (place->second.Size() < size) {
+                    if (place->second.Size() < size)
                         place->second = Channel(size);
-                    }
                 }
             }
         }
@@ -103,34 +100,29 @@ class MeshBuilder {
         const std::vector<Triangle> triangles = Triangles(mesh);
         materialIds_.insert(materialIds_.end(), triangles.size(),
                             static_cast<std::uint32_t>(materialId));
-        if ((mesh.mPrimitiveTypes & aiPrimitiveType_NGONEncodingFlag) != 0) {
+        if ((mesh.mPrimitiveTypes & aiPrimitiveType_NGONEncodingFlag) != 0)
             AddVisibleEdges(triangles);
-        } else {
+        else
             visibleEdges_.insert(visibleEdges_.end(), triangles.size(), 7U);
-        }
         std::map<unsigned, const aiVector3D*> uvs;
         for (unsigned i = 0; i < AI_MAX_NUMBER_OF_TEXTURECOORDS; ++i) {
-            if (mesh.HasTextureCoords(i)) {
+            if (mesh.HasTextureCoords(i))
                 uvs[UvChannel(i)] = mesh.mTextureCoords[i];
-            }
         }
         for (const Triangle& triangle : triangles) {
-            for (const unsigned corner : triangle) {
+            for (const unsigned corner : triangle)
                 AddCorner(mesh, corner);
-            }
         }
-        for (auto& [number, channel] : uvs_) {
+        for (auto& [number, channel] : uvs_)
             AddUvs(channel, uvs[number], triangles);
-        }
     }
 
     static void AddUvs(Channel& channel, const aiVector3D* values,
                        const std::vector<Triangle>& triangles) {
         const aiVector3D zero;
         for (const Triangle& triangle : triangles) {
-            for (const unsigned corner : triangle) {
+            for (const unsigned corner : triangle)
                 channel.AddCorner(values ? &values[corner].x : &zero.x);
-            }
         }
     }
 
@@ -161,9 +153,8 @@ class MeshBuilder {
             std::set<std::pair<unsigned, unsigned>> edges;
             for (end = start; end < triangles.size() && triangles[end][0] == triangles[start][0];
                  ++end) {
-                for (std::size_t i = 0; i < 3; ++i) {
+                for (std::size_t i = 0; i < 3; ++i)
                     edges.emplace(triangles[end][i], triangles[end][(i + 1) % 3]);
-                }
             }
             for (std::size_t t = start; t < end; ++t) {
                 std::uint32_t visible = 0;
@@ -180,9 +171,8 @@ class MeshBuilder {
     void AddCorner(const aiMesh& mesh, unsigned corner) {
         const aiVector3D zero;
         positions_.AddCorner(&mesh.mVertices[corner].x);
-        if (hasNormals_) {
+        if (hasNormals_)
             normals_.AddCorner(mesh.HasNormals() ? &mesh.mNormals[corner].x : &zero.x);
-        }
         if (hasColors_) {
             static const aiColor4D white(1, 1, 1, 1);
             const aiColor4D& color = mesh.HasVertexColors(0) ? mesh.mColors[0][corner] : white;
@@ -206,9 +196,8 @@ class MeshBuilder {
                         [](std::uint32_t edges) { return edges != 7; })) {
             mesh["visible_edges"] = ListJson(visibleEdges_);
         }
-        if (hasNormals_) {
+        if (hasNormals_)
             mesh["normals"] = ChannelJson(normals_);
-        }
         for (const auto& [number, channel] : uvs_) {
             Json entry = ChannelJson(channel);
             entry["size"] = channel.Size();
@@ -216,9 +205,8 @@ class MeshBuilder {
         }
         if (hasColors_) {
             mesh["colors"] = ChannelJson(colors_);
-            if (alphas_.Values() != std::vector<float>{1, 1, 1}) {
+            if (alphas_.Values() != std::vector<float>{1, 1, 1})
                 mesh["alpha"] = ChannelJson(alphas_);
-            }
         }
         return mesh;
     }

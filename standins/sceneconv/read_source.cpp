@@ -22,24 +22,20 @@ std::string Shown(const std::filesystem::path& file) {
 
 std::string ReadBytes(const std::filesystem::path& file) {
     std::error_code error;
-    if (std::filesystem::is_directory(file, error)) {
+    if (std::filesystem::is_directory(file, error))
         throw ConvertError(Shown(file) + ": is a folder, not a scene file");
-    }
     errno = 0;
     std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
+    if (!stream)
         throw ConvertError(Shown(file) + ": cannot be opened: " + std::strerror(errno));
-    }
     stream.seekg(0, std::ios::end);
     const std::streamoff size = stream.tellg();
-    if (size <= 0) {
+    if (size <= 0)
         throw ConvertError(Shown(file) + (size < 0 ? ": cannot be read" : ": is empty"));
-    }
     std::string bytes(static_cast<std::size_t>(size), '\0');
     stream.seekg(0);
-    if (!stream.read(bytes.data(), size)) {
+    if (!stream.read(bytes.data(), size))
         throw ConvertError(Shown(file) + ": cannot be read to its end");
-    }
     return bytes;
 }
 
@@ -53,9 +49,8 @@ void RefuseOldFbx(const std::filesystem::path& file, const FbxHead& head) {
 
 std::string OneLine(std::string text) {
     for (char& c : text) {
-        if (static_cast<unsigned char>(c) < ' ') {
+        if (static_cast<unsigned char>(c) < ' ')
             c = ' ';
-        }
     }
     return text;
 }
@@ -132,12 +127,10 @@ void ReadFbx(SourceScene& scene, std::string_view bytes, Warnings& warnings) {
 
 void RefuseEmpty(const SourceScene& scene) {
     bool anything = false;
-    for (const SourceNode& node : scene.nodes) {
+    for (const SourceNode& node : scene.nodes)
         anything = anything || !node.pieces.empty() || node.camera || node.light;
-    }
-    if (!anything) {
+    if (!anything)
         throw ConvertError(Shown(scene.file) + ": holds no mesh, light or camera");
-    }
 }
 
 } // namespace
@@ -147,9 +140,8 @@ Unit UnitOf(double centimeters, Warnings& warnings) {
         {0.1, "millimeters"}, {1.0, "centimeters"}, {2.54, "inches"},      {30.48, "feet"},
         {100.0, "meters"},    {160934.4, "miles"},  {100000, "kilometers"}};
     for (const auto& [size, name] : names) {
-        if (std::abs(centimeters - size) < 1e-6 * size) {
+        if (std::abs(centimeters - size) < 1e-6 * size)
             return {name, 1};
-        }
     }
     if (!std::isfinite(centimeters) || centimeters <= 0) {
         warnings.Add("the file's unit makes no sense; taken as centimeters");
@@ -161,9 +153,8 @@ Unit UnitOf(double centimeters, Warnings& warnings) {
 std::vector<std::vector<int>> ChildLists(const std::vector<SourceNode>& nodes) {
     std::vector<std::vector<int>> children(nodes.size());
     for (std::size_t i = 0; i < nodes.size(); ++i) {
-        if (nodes[i].parent >= 0) {
+        if (nodes[i].parent >= 0)
             children[static_cast<std::size_t>(nodes[i].parent)].push_back(static_cast<int>(i));
-        }
     }
     return children;
 }

@@ -43,20 +43,17 @@ Json PackedList(const std::vector<T>& values) {
 std::size_t CharacterLength(std::string_view text) {
     const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const unsigned char lead = byte(0);
-    if (lead < 0x80) {
+    if (lead < 0x80)
         return 1;
-    }
     const std::size_t length = lead >= 0xc2 && lead < 0xe0   ? 2
                                : lead >= 0xe0 && lead < 0xf0 ? 3
                                : lead >= 0xf0 && lead < 0xf5 ? 4
                                                              : 0;
-    if (length == 0 || text.size() < length) {
+    if (length == 0 || text.size() < length)
         return 0;
-    }
     for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xc0U) != 0x80) {
+        if ((byte(i) & 0xc0U) != 0x80)
             return 0;
-        }
     }
     const unsigned char second = byte(1);
     const bool overlong = (lead == 0xe0 && second < 0xa0) || (lead == 0xf0 && second < 0x90);
@@ -68,9 +65,8 @@ std::size_t CharacterLength(std::string_view text) {
 bool IsUtf8(std::string_view text) {
     while (!text.empty()) {
         const std::size_t length = CharacterLength(text);
-        if (length == 0) {
+        if (length == 0)
             return false;
-        }
         text.remove_prefix(length);
     }
     return true;
@@ -79,9 +75,8 @@ bool IsUtf8(std::string_view text) {
 } // namespace
 
 double Tidy(double value) {
-    if (!std::isfinite(value)) {
+    if (!std::isfinite(value))
         return 0;
-    }
     if (std::abs(value) < 1e-12) {
         return 0; // also no minus zero
     }
@@ -111,13 +106,11 @@ Json TransformJson(const Matrix& m) {
 }
 
 Json ListJson(const std::vector<float>& values) {
-    if (values.size() > longestPlainList) {
+    if (values.size() > longestPlainList)
         return PackedList(values);
-    }
     Json list = Json::array();
-    for (const float value : values) {
+    for (const float value : values)
         list.push_back(Tidy(value));
-    }
     return list;
 }
 
@@ -126,9 +119,8 @@ Json ListJson(const std::vector<std::uint32_t>& values) {
 }
 
 std::string ToUtf8(std::string_view text) {
-    if (IsUtf8(text)) {
+    if (IsUtf8(text))
         return std::string(text);
-    }
     std::string utf8;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
@@ -144,9 +136,8 @@ std::string ToUtf8(std::string_view text) {
 
 std::string Ids::Next(std::string_view wanted) {
     std::string id(wanted);
-    while (id.empty() || !taken_.insert(id).second) {
+    while (id.empty() || !taken_.insert(id).second)
         id = std::string(wanted) + "#" + std::to_string(++numbers_[std::string(wanted)] + 1);
-    }
     return id;
 }
 

@@ -9,9 +9,8 @@ namespace {
 
 /// The frame of what the node is for the host; a node that also has a mesh stays as it is.
 Matrix HostFrame(const SourceNode& node) {
-    if (!node.pieces.empty()) {
+    if (!node.pieces.empty())
         return {};
-    }
     return node.camera ? node.camera->frame : node.light ? node.light->frame : Matrix();
 }
 
@@ -26,9 +25,8 @@ Json Objects::AddMesh(const std::string& name, Json mesh) {
     Json object = {{"class", "Editable Mesh"}, {"mesh", std::move(mesh)}};
     std::vector<std::string>& equals = meshes_[std::hash<Json>()(object)];
     for (const std::string& id : equals) {
-        if (objects_[id] == object) {
+        if (objects_[id] == object)
             return id;
-        }
     }
     const Json id = Add(name, std::move(object));
     equals.push_back(id.get<std::string>());
@@ -38,16 +36,14 @@ Json Objects::AddMesh(const std::string& name, Json mesh) {
 Json Objects::Add(const std::string& name, Json object, std::int64_t source) {
     if (source >= 0) {
         for (const std::string& id : bySource_[source]) {
-            if (objects_[id] == object) {
+            if (objects_[id] == object)
                 return id;
-            }
         }
     }
     const std::string id = ids_.Next(name);
     objects_[id] = std::move(object);
-    if (source >= 0) {
+    if (source >= 0)
         bySource_[source].push_back(id);
-    }
     return id;
 }
 
@@ -63,9 +59,8 @@ Json Nodes::Write() {
             Json extra = Json::array();
             AddObjects(node, i, extra);
             list.push_back(std::move(node));
-            for (Json& more : extra) {
+            for (Json& more : extra)
                 list.push_back(std::move(more));
-            }
         }
     }
     return list;
@@ -108,33 +103,26 @@ Json Nodes::WriteNode(std::size_t index) {
     Json node;
     node["name"] = NameOf(from, scene_);
     // Left out, the id is the name, which only works for a name of one node.
-    if (placed_[index].id != node["name"] || names_[placed_[index].id] > 1) {
+    if (placed_[index].id != node["name"] || names_[placed_[index].id] > 1)
         node["id"] = placed_[index].id;
-    }
-    if (from.parent >= 0 && !IsDropped(static_cast<std::size_t>(from.parent))) {
+    if (from.parent >= 0 && !IsDropped(static_cast<std::size_t>(from.parent)))
         node["parent"] = placed_[static_cast<std::size_t>(from.parent)].id;
-    }
     node["transform"] = LocalTransform(index);
-    if (!from.pieces.empty() && !IsIdentity(from.objectOffset)) {
+    if (!from.pieces.empty() && !IsIdentity(from.objectOffset))
         node["object_offset"] = TransformJson(from.objectOffset);
-    }
-    if (from.hidden) {
+    if (from.hidden)
         node["hidden"] = true;
-    }
-    if (!from.userProperties.empty()) {
+    if (!from.userProperties.empty())
         node["user_props"] = ToUtf8(from.userProperties);
-    }
-    if (from.wireColor) {
+    if (from.wireColor)
         node["wire_color"] = *from.wireColor;
-    }
     return node;
 }
 
 double Nodes::TargetDistance(std::size_t index) const {
     const int target = scene_.nodes[index].target;
-    if (target < 0) {
+    if (target < 0)
         return 0;
-    }
     const Vector aim =
         Position(placed_[static_cast<std::size_t>(target)].world) - Position(placed_[index].world);
     return aim.Length();
@@ -158,9 +146,8 @@ void Nodes::AddObjects(Json& node, std::size_t index, Json& extra) {
             (*holder)["transform"] = TransformJson(held.frame);
         }
         (*holder)["object"] = objects_.Add(name, std::move(object), held.source);
-        if (from.target >= 0) {
+        if (from.target >= 0)
             (*holder)["target"] = placed_[static_cast<std::size_t>(from.target)].id;
-        }
     };
     if (from.camera) {
         place(CameraObject(*from.camera, TargetDistance(index), reference), " camera",
@@ -170,9 +157,8 @@ void Nodes::AddObjects(Json& node, std::size_t index, Json& extra) {
         place(LightObject(*from.light, scene_.unit, TargetDistance(index), reference), " light",
               *from.light);
     }
-    if (!node.contains("object") && !isTarget_.contains(static_cast<int>(index))) {
+    if (!node.contains("object") && !isTarget_.contains(static_cast<int>(index)))
         node["object"] = {{"class", "Dummy"}};
-    }
 }
 
 } // namespace sceneconv

@@ -50,14 +50,12 @@ bool SameLetters(const std::string& a, const std::string& b) {
 /// The file as the host's file system would find it: letter case does not count.
 fs::path FindFile(const fs::path& path) {
     std::error_code error;
-    if (fs::is_regular_file(path, error)) {
+    if (fs::is_regular_file(path, error))
         return path;
-    }
     const std::string name = path.filename().string();
     for (const fs::directory_entry& entry : fs::directory_iterator(path.parent_path(), error)) {
-        if (SameLetters(entry.path().filename().string(), name) && entry.is_regular_file(error)) {
+        if (SameLetters(entry.path().filename().string(), name) && entry.is_regular_file(error))
             return entry.path();
-        }
     }
     return {};
 }
@@ -65,18 +63,16 @@ fs::path FindFile(const fs::path& path) {
 /// A file name without anything that could lead out of a folder or offend a file system.
 std::string SafeName(const std::string& stored, const aiTexture& texture, std::size_t number) {
     std::string name = FileName(stored);
-    if (name.empty() || name[0] == '*') {
+    if (name.empty() || name[0] == '*')
         name = FileName(texture.mFilename.C_Str());
-    }
     for (char& c : name) {
         if (static_cast<unsigned char>(c) < ' ' ||
             std::string_view(":*?\"<>|").find(c) != std::string_view::npos) {
             c = '_';
         }
     }
-    if (name.find_first_not_of('.') == std::string::npos) {
+    if (name.find_first_not_of('.') == std::string::npos)
         name = "texture_" + std::to_string(number);
-    }
     if (fs::path(name).extension().empty()) {
         const std::string hint = texture.mHeight == 0 ? texture.achFormatHint : "tga";
         name += "." + (hint.empty() ? "bin" : hint);
@@ -115,40 +111,35 @@ void WritePixels(std::ostream& out, const aiTexture& texture) {
 
 std::string TextureFiles::Place(const std::string& stored, const std::string& relative) {
     const auto [place, isNew] = placed_.try_emplace({stored, relative});
-    if (isNew) {
+    if (isNew)
         place->second = PlaceNew(stored, relative);
-    }
     return place->second;
 }
 
 std::string TextureFiles::PlaceNew(const std::string& stored, const std::string& relative) {
     const std::string decoded = scene_.format == Format::Gltf ? PercentDecoded(stored) : stored;
     for (const std::string& path : {relative, stored, decoded, FileName(decoded)}) {
-        if (FindOnDisk(path)) {
+        if (FindOnDisk(path))
             return path == decoded ? decoded : stored;
-        }
     }
     for (const std::string& name : {stored, relative}) {
         const aiTexture* embedded =
             name.empty() ? nullptr : scene_.imported->GetEmbeddedTexture(name.c_str());
-        if (embedded) {
+        if (embedded)
             return WriteEmbedded(*embedded, stored);
-        }
     }
     warnings_.Add("texture not found: " + stored);
     return decoded;
 }
 
 bool TextureFiles::FindOnDisk(const std::string& path) {
-    if (path.empty() || path[0] == '*') {
+    if (path.empty() || path[0] == '*')
         return false;
-    }
     const fs::path wanted = fs::path(ForwardSlashes(path));
     const fs::path found =
         FindFile(wanted.is_absolute() ? wanted : scene_.file.parent_path() / wanted);
-    if (!found.empty()) {
+    if (!found.empty())
         folders_.insert(fs::absolute(found).lexically_normal().parent_path());
-    }
     return !found.empty();
 }
 
@@ -156,20 +147,17 @@ std::string TextureFiles::WriteEmbedded(const aiTexture& texture, const std::str
     const fs::path folder =
         fs::absolute(output_).parent_path() / (output_.stem().string() + "_textures");
     std::string name = SafeName(stored, texture, written_.size() + 1);
-    while (!written_.insert(name).second) {
+    while (!written_.insert(name).second)
         name = std::to_string(written_.size() + 1) + "_" + name;
-    }
     std::error_code error;
     fs::create_directories(folder, error);
     std::ofstream out(folder / name, std::ios::binary | std::ios::trunc);
-    if (texture.mHeight == 0) {
+    if (texture.mHeight == 0)
         out.write(reinterpret_cast<const char*>(texture.pcData), texture.mWidth);
-    } else {
+    else
         WritePixels(out, texture);
-    }
-    if (!out.flush()) {
+    if (!out.flush())
         throw ConvertError((folder / name).string() + ": cannot be written");
-    }
     folders_.insert(folder.lexically_normal());
     return FileName(stored) == name ? stored : folder.filename().string() + "/" + name;
 }

@@ -20,9 +20,8 @@ class Warnings {
     void Add(const std::string& text) {
         const auto [place, isNew] = counts_.try_emplace(text, 0U);
         ++place->second;
-        if (isNew) {
+        if (isNew)
             order_.push_back(text);
-        }
     }
 
     /// One line a text in the order of first appearance, with a count when it came up repeatedly.

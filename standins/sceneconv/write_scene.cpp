@@ -26,15 +26,13 @@ std::string HostFileName(const std::filesystem::path& input) {
 void WriteFile(const std::filesystem::path& path, const Json& scene) {
     const std::filesystem::path part = path.string() + ".part";
     std::ofstream out(part, std::ios::binary | std::ios::trunc);
-    if (!out) {
+    if (!out)
         throw ConvertError(path.string() + ": cannot be written");
-    }
     out << scene.dump(1) << '\n';
     out.close();
     std::error_code error;
-    if (out) {
+    if (out)
         std::filesystem::rename(part, path, error);
-    }
     if (!out || error) {
         std::filesystem::remove(part, error);
         throw ConvertError(path.string() + ": cannot be written");
@@ -67,9 +65,8 @@ Json SceneJson(const SourceScene& scene, const std::filesystem::path& output, Wa
 Summary Convert(const std::filesystem::path& input, const std::filesystem::path& output,
                 Warnings& warnings) {
     std::error_code error;
-    if (std::filesystem::equivalent(input, output, error)) {
+    if (std::filesystem::equivalent(input, output, error))
         throw ConvertError(output.string() + ": is the input itself");
-    }
     const SourceScene scene = ReadSource(input, warnings);
     const Json json = SceneJson(scene, output, warnings);
     WriteFile(output, json);

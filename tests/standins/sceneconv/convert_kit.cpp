@@ -20,9 +20,8 @@ const Json& None() {
 
 Rows RowsOf(const Json& transform) {
     Rows rows{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 0}}};
-    if (transform.contains("matrix")) {
+    if (transform.contains("matrix"))
         rows = transform["matrix"].get<Rows>();
-    }
     return rows;
 }
 
@@ -32,9 +31,8 @@ Rows Multiply(const Rows& inner, const Rows& outer) {
     for (std::size_t r = 0; r < 4; ++r) {
         for (std::size_t c = 0; c < 3; ++c) {
             product[r][c] = r == 3 ? outer[3][c] : 0;
-            for (std::size_t k = 0; k < 3; ++k) {
+            for (std::size_t k = 0; k < 3; ++k)
                 product[r][c] += inner[r][k] * outer[k][c];
-            }
         }
     }
     return product;
@@ -44,9 +42,8 @@ Rows Multiply(const Rows& inner, const Rows& outer) {
 
 Folder::Folder() {
     std::string name = (fs::temp_directory_path() / "sceneconv-XXXXXX").string();
-    if (!mkdtemp(name.data())) {
+    if (!mkdtemp(name.data()))
         throw std::runtime_error("no temporary folder");
-    }
     path_ = name;
 }
 
@@ -63,9 +60,8 @@ fs::path Folder::Add(const std::string& name, const std::string& bytes) const {
 }
 
 SceneView::SceneView(Json scene) : json(std::move(scene)) {
-    for (const Json& node : json["nodes"]) {
+    for (const Json& node : json["nodes"])
         byId_[node.contains("id") ? node["id"] : node["name"]] = &node;
-    }
 }
 
 const Json& SceneView::Node(const std::string& name) const {
@@ -94,15 +90,13 @@ const Json& SceneView::Material(const std::string& id) const {
 
 Json SceneView::Param(const std::string& materialId, const std::string& name) const {
     const Json& material = Material(materialId);
-    if (material.contains("params") && material["params"].contains(name)) {
+    if (material.contains("params") && material["params"].contains(name))
         return material["params"][name];
-    }
     if (material.contains("blocks")) {
         for (const Json& block : material["blocks"]) {
             for (const Json& param : block["params"]) {
-                if (param["name"] == name) {
+                if (param["name"] == name)
                     return param["value"];
-                }
             }
         }
     }
@@ -167,9 +161,8 @@ fs::path SharedScenes() {
 
 void ExpectNear(const std::array<double, 3>& got, const std::array<double, 3>& wanted,
                 double tolerance, const std::string& what) {
-    for (std::size_t i = 0; i < 3; ++i) {
+    for (std::size_t i = 0; i < 3; ++i)
         EXPECT_NEAR(got[i], wanted[i], tolerance) << what << ", component " << i;
-    }
 }
 
 } // namespace sceneconv::testing

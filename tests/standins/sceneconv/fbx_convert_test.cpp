@@ -256,13 +256,11 @@ TEST(FbxRecords, DamageIsToldNotFollowed) {
         "; FBX 7.4.0 project file\nA: { B: 1",
         "; FBX 7.4.0 project file\nA: *3 { a: 1",
     };
-    for (const std::string& bytes : damaged) {
+    for (const std::string& bytes : damaged)
         EXPECT_THROW((void)ReadFbxRecords(bytes), std::runtime_error) << bytes;
-    }
     std::string deep = "; FBX 7.4.0 project file\n";
-    for (int i = 0; i < 100000; ++i) {
+    for (int i = 0; i < 100000; ++i)
         deep += "A: {";
-    }
     EXPECT_THROW((void)ReadFbxRecords(deep), std::runtime_error);
 
     const auto records = ReadFbxRecords(magic + number(46) + number(1) + number(5) + "\1AI" +

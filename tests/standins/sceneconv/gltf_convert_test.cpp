@@ -169,13 +169,11 @@ TEST(GltfMaterials, BecomeTheHostsOwn) {
                                                    {"ambientOcclusion", 0.6},
                                                    {"enableClearCoat", true},
                                                    {"clearcoat", 0.5}};
-    for (const auto& [name, value] : wanted) {
+    for (const auto& [name, value] : wanted)
         EXPECT_EQ(scene.Param("M", name), value) << name;
-    }
     const std::string packed = scene.Param("M", "metalnessMap");
-    for (const char* slot : {"roughnessMap", "normalMap", "ambientOcclusionMap"}) {
+    for (const char* slot : {"roughnessMap", "normalMap", "ambientOcclusionMap"})
         EXPECT_EQ(scene.Param("M", slot), packed) << slot << ": one picture is one map";
-    }
     // the embedded picture stands beside the output, byte for byte
     EXPECT_EQ(scene.json["maps"][packed]["file"], "out_textures/texture_1.png");
     EXPECT_EQ(std::filesystem::file_size(folder.Path() / "out_textures/texture_1.png"), 4U);

@@ -47,9 +47,8 @@ class OpenedScene {
 class LoadsInHost : public ::testing::Test {
   protected:
     void SetUp() override {
-        if (SharedScenes().empty()) {
+        if (SharedScenes().empty())
             GTEST_SKIP() << "BRIMWAVE_SHARED is not set: no shared scenes";
-        }
     }
 };
 
@@ -60,9 +59,8 @@ int CountAndCompare(INode& node, const SceneView& view) {
         INode* child = node.GetChildNode(i);
         ++count;
         std::string name;
-        for (const wchar_t* c = child->GetName(); *c; ++c) {
+        for (const wchar_t* c = child->GetName(); *c; ++c)
             name += static_cast<char>(*c);
-        }
         const Rows wanted = view.WorldOf(name);
         const Matrix3 tm = child->GetNodeTM(0);
         for (int row = 0; row < 4; ++row) {
@@ -110,9 +108,8 @@ TEST_F(LoadsInHost, HostMaterialsKeepTheirParametersAndSlots) {
     for (int i = 0; i < material->NumSubTexmaps(); ++i) {
         auto* bitmap = dynamic_cast<BitmapTex*>(material->GetSubTexmap(i));
         filled += bitmap ? 1 : 0;
-        if (bitmap) {
+        if (bitmap)
             EXPECT_TRUE(std::wstring(bitmap->GetMapName()).starts_with(L"D:\\"));
-        }
     }
     EXPECT_EQ(filled, 2) << "base colour and transparency";
 }
@@ -170,9 +167,8 @@ TEST(HostClasses, EveryOneOfTheHostIsKnownByItsIds) {
     std::string objects;
     for (const simhost::ClassPtr& info : simhost::AllClasses()) {
         const auto kind = static_cast<int>(info->kind);
-        if (kind != MATERIAL_CLASS_ID && kind != LIGHT_CLASS_ID && kind != CAMERA_CLASS_ID) {
+        if (kind != MATERIAL_CLASS_ID && kind != LIGHT_CLASS_ID && kind != CAMERA_CLASS_ID)
             continue;
-        }
         classes.push_back(info);
         objects += HostMaterial(300 + static_cast<int>(classes.size()), "M",
                                 ClassOf(info->classId.PartA(), info->classId.PartB(), kind));
@@ -241,9 +237,8 @@ TEST(HostClasses, AreThoseOfTheHost) {
                                             : Object("NodeAttribute", 300, "",
                                                      c.super == light ? "Light" : "Camera", params);
         std::vector<Link> links = {{200, 0, ""}, {300, 200, ""}};
-        if (isMaterial) {
+        if (isMaterial)
             links.push_back({100, 200, ""});
-        }
         const Folder folder;
         const OpenedScene opened(folder.Add("a.fbx", Fbx(Model(200, "N",
                                                                isMaterial         ? "Mesh"

@@ -82,9 +82,8 @@ TEST(ColladaFiles, KeepNamesUnitAndUpAxis) {
 
 TEST(LongMeshes, ArePacked) {
     std::string obj = "o Gitter\n";
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 200; ++i)
         obj += "v " + std::to_string(i) + " 0.5 0\n";
-    }
     for (int i = 1; i < 199; ++i) {
         obj += "f " + std::to_string(i) + " " + std::to_string(i + 1) + " " +
                std::to_string(i + 2) + "\n";

@@ -18,9 +18,8 @@ using ::testing::HasSubstr;
 class SharedScenesTest : public ::testing::Test {
   protected:
     void SetUp() override {
-        if (SharedScenes().empty()) {
+        if (SharedScenes().empty())
             GTEST_SKIP() << "BRIMWAVE_SHARED is not set: no shared scenes";
-        }
     }
 
     SceneView Convert(const std::string& file) {
@@ -54,13 +53,11 @@ struct SourceNode {
 
 std::vector<SourceNode> SourceNodes(const Json& file) {
     std::vector<SourceNode> nodes;
-    for (const Json& node : file["nodes"]) {
+    for (const Json& node : file["nodes"])
         nodes.push_back({node, -1});
-    }
     for (std::size_t i = 0; i < nodes.size(); ++i) {
-        for (const Json& child : nodes[i].json.value("children", Json::array())) {
+        for (const Json& child : nodes[i].json.value("children", Json::array()))
             nodes[child.get<std::size_t>()].parent = static_cast<int>(i);
-        }
     }
     return nodes;
 }
@@ -72,9 +69,8 @@ std::array<double, 3> ToWorld(const std::vector<SourceNode>& nodes, std::size_t 
         const Json& node = nodes[static_cast<std::size_t>(at)].json;
         v = Turn(node.value("rotation", std::array<double, 4>{0, 0, 0, 1}), v);
         const auto t = node.value("translation", std::array<double, 3>{0, 0, 0});
-        for (std::size_t i = 0; point && i < 3; ++i) {
+        for (std::size_t i = 0; point && i < 3; ++i)
             v[i] += t[i];
-        }
     }
     return ToHost(v);
 }
@@ -85,9 +81,8 @@ int CompareFrames(const SceneView& scene, const Json& file, Wanted wanted) {
     const std::vector<SourceNode> nodes = SourceNodes(file);
     int count = 0;
     for (std::size_t i = 0; i < nodes.size(); ++i) {
-        if (!wanted(nodes[i].json)) {
+        if (!wanted(nodes[i].json))
             continue;
-        }
         ++count;
         const std::string name = nodes[i].json["name"];
         const Rows world = scene.WorldOf(name);
@@ -205,9 +200,8 @@ TEST_F(SharedScenesTest, PbrTextures) {
                                          "material_mode"};
     for (const auto& [name, material] : scene.json["materials"].items()) {
         EXPECT_EQ(material["class"], "Physical Material");
-        for (const std::string& param : table) {
+        for (const std::string& param : table)
             EXPECT_FALSE(scene.Param(name, param).is_null()) << name << " " << param;
-        }
     }
     EXPECT_EQ(scene.Param("BumpMat", "base_color"), Json({0.0, 0.0, 1.0, 1.0}));
     EXPECT_EQ(scene.Param("BumpMat", "metalness"), 0.5);
