@@ -1,8 +1,8 @@
 // The panel's buttons and boxes without the service: Save, folder browser, link.
 #include "plugin/settings.h"
 
-#include "simhost/scene/text.h"
 #include "tests/plugin/panel_host.h"
+#include "text/utf8.h"
 
 #include <commctrl.h>
 #include <shellapi.h>
@@ -171,7 +171,7 @@ const bool recordedLink = [] {
     const bool wanted = count == 4 && arguments[1] == recordLink;
     if (wanted) {
         const std::filesystem::path part = std::wstring(arguments[2]) + L".part";
-        std::ofstream(part) << simhost::WideToUtf8(arguments[3]);
+        std::ofstream(part) << utf8::FromWide(arguments[3]);
         std::filesystem::rename(part, arguments[2]);
         ExitProcess(0);
     }

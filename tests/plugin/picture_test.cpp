@@ -4,7 +4,6 @@
 #include "plugin/banner.h"
 
 #include "simhost/app/stage_recorder.h"
-#include "simhost/scene/text.h"
 #include "tests/plugin/live_panel_test.h"
 #include "tests/plugin/pixels.h"
 

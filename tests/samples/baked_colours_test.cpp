@@ -3,9 +3,9 @@
 #include "pipeline/random_choice.h"
 #include "simhost/files/fbx_export.h"
 #include "simhost/files/scene_file.h"
-#include "simhost/scene/text.h"
 #include "tests/pipeline/colour_kit.h"
 #include "tests/support/temp_folder.h"
+#include "text/utf8.h"
 
 #include <assimp/Importer.hpp>
 #include <assimp/scene.h>
@@ -113,7 +113,7 @@ class BakedColours : public ::testing::Test {
 
 TEST_F(BakedColours, SampleRoom) {
     const std::wstring room =
-        simhost::Utf8ToWide(std::string(BRIMWAVE_SOURCE_DIR) + "/samples/room/room.json");
+        utf8::ToWide(std::string(BRIMWAVE_SOURCE_DIR) + "/samples/room/room.json");
     const simhost::LoadResult loaded = simhost::LoadSceneFile(room);
     ASSERT_TRUE(loaded) << loaded.error;
     const aiScene* const scene = RoundTrip();

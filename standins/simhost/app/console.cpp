@@ -1,6 +1,6 @@
 #include "simhost/app/console.h"
 
-#include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 #include <windows.h>
 
@@ -9,7 +9,7 @@ namespace {
 
 /// Straight to the handle: a pipe or a file gets UTF-8 whatever the console's code page is.
 void Write(DWORD stream, std::wstring_view text) {
-    const std::string bytes = WideToUtf8(text) + '\n';
+    const std::string bytes = utf8::FromWide(text) + '\n';
     DWORD written = 0;
     WriteFile(GetStdHandle(stream), bytes.data(), static_cast<DWORD>(bytes.size()), &written,
               nullptr);

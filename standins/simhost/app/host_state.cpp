@@ -3,7 +3,7 @@
 #include "simhost/app/options.h"
 #include "simhost/files/scene_file.h"
 #include "simhost/scene/scene.h"
-#include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 #include <filesystem>
 
@@ -26,7 +26,7 @@ void OpenScene(const std::wstring& file) {
     if (file.empty())
         return Scene::Reset();
     if (const LoadResult loaded = LoadSceneFile(file); !loaded)
-        throw StartError(Utf8ToWide(loaded.error));
+        throw StartError(utf8::ToWide(loaded.error));
 }
 
 void SetSettingsFolder(const std::wstring& folder) {

@@ -13,7 +13,6 @@
 #include "catalogue_embedded.h"
 #include "simhost/classes/catalogue.h"
 #include "simhost/files/json_value.h"
-#include "simhost/scene/text.h"
 
 #include <cstdio>
 #include <cstdlib>

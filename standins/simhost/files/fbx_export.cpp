@@ -3,7 +3,8 @@
 #include "simhost/files/fbx_guard.h"
 #include "simhost/files/fbx_host_params.h"
 #include "simhost/files/fbx_nodes.h"
-#include "simhost/scene/text.h"
+#include "simhost/scene/paths.h"
+#include "text/utf8.h"
 
 #include <max.h>
 
@@ -34,7 +35,7 @@ void WriteScene(FbxBytes& bytes, Interface& core, std::wstring_view folder) {
     FbxIds ids;
     WriteFbxMark(bytes);
     FbxObjectCounts counts = WriteFbxFront(writer, SettingsOf(core));
-    FbxTextures textures(ids, WideToUtf8(folder), time);
+    FbxTextures textures(ids, utf8::FromWide(folder), time);
     FbxMaterials materials(ids, textures, time);
     FbxGeometries geometries(writer, counts, ids, materials, time);
     FbxNodes nodes(writer, counts, ids, geometries, time);

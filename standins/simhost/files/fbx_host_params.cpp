@@ -2,7 +2,7 @@
 
 #include "simhost/files/fbx_guard.h"
 #include "simhost/scene/entity.h"
-#include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 #include <algorithm>
 
@@ -238,7 +238,7 @@ FbxHostParams CollectFbxHostParams(ReferenceMaker& thing, TimeValue t) {
 }
 
 std::string FbxText(const MCHAR* text) {
-    return text ? WideToUtf8(text) : std::string();
+    return text ? utf8::FromWide(text) : std::string();
 }
 
 } // namespace simhost

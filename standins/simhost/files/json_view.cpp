@@ -1,6 +1,6 @@
 #include "simhost/files/json_view.h"
 
-#include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 #include <algorithm>
 #include <cmath>
@@ -45,7 +45,7 @@ std::string_view JsonView::Utf8() const {
 }
 
 std::wstring JsonView::Text() const {
-    return Utf8ToWide(Utf8());
+    return utf8::ToWide(Utf8());
 }
 
 int JsonView::Integer() const {

@@ -1,7 +1,8 @@
 #include "simhost/files/scene_file.h"
 
 #include "simhost/files/scene_file_loader.h"
-#include "simhost/scene/text.h"
+#include "simhost/scene/paths.h"
+#include "text/utf8.h"
 
 #include <windows.h>
 
@@ -49,7 +50,7 @@ LoadResult LoadSceneText(std::string_view json, std::wstring_view baseFolder) {
 }
 
 LoadResult LoadSceneFile(const std::wstring& path) {
-    const std::string file = WideToUtf8(path);
+    const std::string file = utf8::FromWide(path);
     const auto bytes = ReadWholeFile(path);
     if (!bytes)
         return {false, file + ": the file can't be read"};

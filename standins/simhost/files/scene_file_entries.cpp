@@ -2,7 +2,7 @@
 #include "simhost/files/scene_file_loader.h"
 #include "simhost/scene/factory.h"
 #include "simhost/scene/materials.h"
-#include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 namespace simhost {
 
@@ -132,9 +132,9 @@ void SceneLoader::FillParams(const JsonView& entry, Entity& entity) {
     if (!entry.Has("params"))
         return;
     entry.Member("params").ForMembers([&](const std::string& name, const JsonView& value) {
-        const ParamPlace place = entity.FindParam(Utf8ToWide(name));
+        const ParamPlace place = entity.FindParam(utf8::ToWide(name));
         if (!place.Known())
-            value.Complain("the class \"" + WideToUtf8(entity.Class().name) +
+            value.Complain("the class \"" + utf8::FromWide(entity.Class().name) +
                            "\" has no parameter \"" + name + "\"; write it in \"blocks\"");
         SetParam(value, entity, place);
     });
@@ -199,7 +199,7 @@ void SceneLoader::FillSlots(const JsonView& entry, Entity& entity) {
                 setSlot(static_cast<int>(i), slots.Element(i));
         } else {
             slots.ForMembers([&](const std::string& name, const JsonView& map) {
-                setSlot(entity.FindSlot(Utf8ToWide(name)), map);
+                setSlot(entity.FindSlot(utf8::ToWide(name)), map);
             });
         }
     }
@@ -251,7 +251,7 @@ void SceneLoader::FillSubObjects(const JsonView& entry, Entity& entity) {
     if (!entry.Has("sub_objects"))
         return;
     entry.Member("sub_objects").ForMembers([&](const std::string& name, const JsonView& view) {
-        const std::wstring role = Utf8ToWide(name);
+        const std::wstring role = utf8::ToWide(name);
         const auto& roles = entity.Class().subObjects;
         const auto at = std::find_if(roles.begin(), roles.end(),
                                      [&](const SubObjectSpec& sub) { return sub.role == role; });

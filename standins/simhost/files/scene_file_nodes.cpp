@@ -1,6 +1,5 @@
 // The tree of nodes.
 #include "simhost/files/scene_file_loader.h"
-#include "simhost/scene/text.h"
 
 #include <numbers>
 

@@ -2,6 +2,7 @@
 #include "simhost/classes/catalogue_reader.h"
 #include "simhost/files/scene_file_loader.h"
 #include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 #include <algorithm>
 
@@ -69,7 +70,7 @@ ClassVariant VariantBuilder::Build() {
     SlotList();
     if (!base_ && entry_.Has("sub_objects"))
         entry_.Member("sub_objects").ForMembers([&](const std::string& role, const JsonView&) {
-            info_->subObjects.push_back({Utf8ToWide(role), L""});
+            info_->subObjects.push_back({utf8::ToWide(role), L""});
         });
     variant_.info = info_;
     return std::move(variant_);

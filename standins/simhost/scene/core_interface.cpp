@@ -5,8 +5,8 @@
 #include "iInstanceMgr.h"
 #include "simhost/files/export_file.h"
 #include "simhost/scene/host.h"
+#include "simhost/scene/paths.h"
 #include "simhost/scene/scene.h"
-#include "simhost/scene/text.h"
 #include "units.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #include "simhost/scene/derived_object.h"
 #include "simhost/scene/host.h"
 #include "simhost/scene/scene.h"
-#include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 #include <charconv>
 #include <unordered_set>
@@ -55,7 +55,7 @@ void Writer::Matrix(const Matrix3& m) {
 void Writer::Line(const char* key, std::wstring_view value) {
     text += "  ";
     text += key;
-    text += ": \"" + WideToUtf8(value) + "\"\n";
+    text += ": \"" + utf8::FromWide(value) + "\"\n";
 }
 
 /// Things are numbered in the order in which they are met, and described once.
@@ -84,7 +84,7 @@ void Writer::Value(const Scalar& value) {
     else if (const auto* four = std::get_if<Point4>(&value))
         Point(&four->x, 4);
     else if (const auto* held = std::get_if<Text>(&value))
-        text += *held ? "\"" + WideToUtf8(**held) + "\"" : "null";
+        text += *held ? "\"" + utf8::FromWide(**held) + "\"" : "null";
     else if (const auto* ref = std::get_if<Ref<ReferenceTarget>>(&value))
         Reference(ref->Get());
     else
@@ -103,7 +103,7 @@ void Writer::Describe(const Entity& entity) {
         for (int i = 0; i < block->Shape().count; ++i) {
             const ParamSpec& spec = block->Shape().Params()[static_cast<size_t>(i)];
             text += "  " + std::to_string(b) + "|" + std::to_string(spec.id) + " " +
-                    (spec.name ? WideToUtf8(*spec.name) : "null") + " =";
+                    (spec.name ? utf8::FromWide(*spec.name) : "null") + " =";
             const int count = block->CountAt(i);
             if (IsTable(spec.type))
                 text += " " + std::to_string(count) + ":";

@@ -1,13 +1,13 @@
 #include "strclass.h"
 
-#include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 MaxUtf8String WStr::ToUTF8() const {
-    return MaxUtf8String(simhost::WideToUtf8(text_));
+    return MaxUtf8String(utf8::FromWide(text_));
 }
 
 WStr WStr::FromUTF8(const char* text) {
-    return WStr(simhost::Utf8ToWide(text ? text : ""));
+    return WStr(utf8::ToWide(text ? text : ""));
 }
 
 WStr WStr::FromACP(const char* text) {

@@ -1,7 +1,7 @@
 // File calls of <windows.h> on this system. They set the last error as Windows does.
 #include "path.h"
 
-#include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -31,7 +31,7 @@ BOOL Succeeded(bool ok) {
 } // namespace
 
 std::string NativePath(LPCWSTR path) {
-    std::string native = simhost::WideToUtf8(path ? path : L"");
+    std::string native = utf8::FromWide(path ? path : L"");
     std::replace(native.begin(), native.end(), '\\', '/');
     return native;
 }

@@ -6,7 +6,7 @@
 #include "simhost/classes/catalogue.h"
 #include "simhost/files/scene_file.h"
 #include "simhost/scene/scene.h"
-#include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 #include <gencam.h>
 #include <gtest/gtest.h>
@@ -180,7 +180,7 @@ TEST(HostClasses, EveryOneOfTheHostIsKnownByItsIds) {
         ASSERT_NE(object, nullptr);
         const auto known = HostClassOf(*object);
         ASSERT_TRUE(known);
-        std::string name = simhost::WideToUtf8(classes[i]->name);
+        std::string name = utf8::FromWide(classes[i]->name);
         if (name == "Standard") {
             name = "Standard (Legacy)"; // its name in older hosts
         }

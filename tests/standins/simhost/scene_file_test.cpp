@@ -1,7 +1,6 @@
 #include "scene_kit.h"
 
 #include "simhost/scene/host.h"
-#include "simhost/scene/text.h"
 
 #include <fstream>
 #include <sstream>

@@ -1,5 +1,5 @@
 // The few Windows calls as this system has them.
-#include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 #include <strclass.h>
 
@@ -13,9 +13,9 @@ class PosixFiles : public testing::Test {
   protected:
     void SetUp() override {
         char pattern[] = "/tmp/simhost_win32_XXXXXX";
-        folder_ = simhost::Utf8ToWide(mkdtemp(pattern));
+        folder_ = utf8::ToWide(mkdtemp(pattern));
     }
-    void TearDown() override { std::filesystem::remove_all(simhost::WideToUtf8(folder_)); }
+    void TearDown() override { std::filesystem::remove_all(utf8::FromWide(folder_)); }
     std::wstring folder_;
 };
 
@@ -76,12 +76,12 @@ TEST_F(PosixFiles, CopyObeysTheFlag) {
 
 TEST(PosixText, Utf16AndUtf8) {
     const std::wstring astral = {L'a', wchar_t(0xd83d), wchar_t(0xde00)}; // two units
-    EXPECT_EQ(simhost::WideToUtf8(astral), "a\xf0\x9f\x98\x80");
-    EXPECT_EQ(simhost::Utf8ToWide("a\xf0\x9f\x98\x80"), astral);
-    EXPECT_EQ(simhost::WideToUtf8(std::wstring{wchar_t(0xd83d), L'b'}), "\xef\xbf\xbd"
-                                                                        "b");
+    EXPECT_EQ(utf8::FromWide(astral), "a\xf0\x9f\x98\x80");
+    EXPECT_EQ(utf8::ToWide("a\xf0\x9f\x98\x80"), astral);
+    EXPECT_EQ(utf8::FromWide(std::wstring{wchar_t(0xd83d), L'b'}), "\xef\xbf\xbd"
+                                                                   "b");
     for (const char* broken : {"\xff", "\xc3", "\xed\xa0\x80", "\xf8\x88\x80\x80\x80", "\xc0\x80"})
-        EXPECT_EQ(simhost::Utf8ToWide(broken)[0], wchar_t(0xfffd)) << broken;
+        EXPECT_EQ(utf8::ToWide(broken)[0], wchar_t(0xfffd)) << broken;
     char small[2];
     EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"abc", 3, small, 2, nullptr, nullptr), 0);
     EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, L"\x20ac", -1, nullptr, 0, nullptr, nullptr), 4);

@@ -2,7 +2,7 @@
 
 #include "simhost/files/fbx_export.h"
 #include "simhost/files/scene_file.h"
-#include "simhost/scene/text.h"
+#include "text/utf8.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -67,11 +67,11 @@ const aiScene& RoundTrip::Read() {
 }
 
 std::wstring Wide(const std::filesystem::path& path) {
-    return simhost::Utf8ToWide(path.string());
+    return utf8::ToWide(path.string());
 }
 
 std::string Utf8(const wchar_t* text) {
-    return text ? simhost::WideToUtf8(text) : std::string();
+    return text ? utf8::FromWide(text) : std::string();
 }
 
 } // namespace fbxtest
