@@ -1,26 +1,15 @@
 #include "host/asset_paths.h"
 
-#include "host/long_path.h"
+#include "host/files.h"
+#include "host/paths.h"
 #include "host/sdk_compat.h"
 
 #include <IFileResolutionManager.h>
 
-#include <algorithm>
-
 namespace brimwave {
 
-std::wstring_view FileNameOf(std::wstring_view path) {
-    const auto separator = std::find_if(path.rbegin(), path.rend(),
-                                        [](wchar_t unit) { return unit == L'\\' || unit == L'/'; });
-    return path.substr(static_cast<size_t>(path.rend() - separator));
-}
-
-bool PathExists(const std::wstring& path) {
-    return !path.empty() && GetFileAttributesW(LongPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
 bool AssetFinder::Exists(const std::wstring& path) {
-    const std::wstring_view folder(path.data(), path.size() - FileNameOf(path).size());
+    const std::wstring_view folder = FolderOf(path);
     if (missingFolders_.contains(folder))
         return false;
     if (PathExists(path))

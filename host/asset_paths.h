@@ -9,12 +9,6 @@ namespace brimwave {
 
 enum class AssetKind { Bitmap, Photometric };
 
-/// What follows the last "\" or "/"; the whole path when it has neither.
-[[nodiscard]] std::wstring_view FileNameOf(std::wstring_view path);
-
-/// True for files and folders alike.
-[[nodiscard]] bool PathExists(const std::wstring& path);
-
 /// Finds the files that a scene names; one finder serves one export. A folder that was missing once
 /// is not looked into again: the drive or server of another machine can take seconds to be missing,
 /// for each file anew.

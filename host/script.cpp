@@ -3,7 +3,7 @@
 #include "host/attempt.h"
 #include "host/sdk_compat.h"
 
-#include <maxscript/maxscript.h>
+#include <ifnpub.h>
 
 namespace brimwave {
 namespace {
@@ -21,31 +21,30 @@ class ScriptValue {
     FPValue value_;
 };
 
-/// Quiet errors go to the host's log, the others to its user.
-BOOL Execute(const MCHAR* script, bool quiet, FPValue* value) {
-#if MAX_VERSION_MAJOR < 24
-    return ExecuteMAXScriptScript(script, quiet, value);
-#else
-    return ExecuteMAXScriptScript(script, MAXScript::ScriptSource::NonEmbedded, quiet, value,
-                                  quiet);
-#endif
+std::wstring_view TextOf(std::string_view name,
+                         std::initializer_list<ScriptPlaceholder> placeholders) {
+    for (const ScriptPlaceholder& placeholder : placeholders)
+        if (placeholder.name == name)
+            return placeholder.text;
+    return {};
 }
 
 } // namespace
 
-std::optional<std::wstring> RunScriptString(const std::wstring& script) {
-    ScriptValue value;
-    // An error inside the host's engine is a script without a result.
-    if (!AttemptOr(FALSE, [&] { return Execute(script.c_str(), true, &value.Get()); }))
-        return std::nullopt;
-    if (value.Get().type != TYPE_STRING || !value.Get().s)
-        return std::nullopt;
-    return std::wstring(value.Get().s);
-}
-
-void RunScript(const std::wstring& script) {
-    // Of a script that fails half-way, what it had done by then stays.
-    Attempt([&] { Execute(script.c_str(), false, nullptr); });
+std::wstring FillScript(std::string_view script,
+                        std::initializer_list<ScriptPlaceholder> placeholders) {
+    std::wstring filled;
+    for (size_t open; (open = script.find("{{")) != std::string_view::npos;) {
+        const size_t length = script.find("}}", open) - open;
+        const std::wstring_view text = TextOf(script.substr(open + 2, length - 2), placeholders);
+        filled.append(script.begin(), script.begin() + open);
+        if (filled.ends_with(L'"'))
+            filled += EscapeScriptString(text);
+        else
+            filled += text;
+        script.remove_prefix(open + length + 2);
+    }
+    return filled.append(script.begin(), script.end());
 }
 
 std::wstring EscapeScriptString(std::wstring_view text) {
@@ -62,6 +61,21 @@ std::wstring EscapeScriptString(std::wstring_view text) {
             escaped += unit;
     }
     return escaped;
+}
+
+std::optional<std::wstring> RunScriptString(const std::wstring& script) {
+    ScriptValue value;
+    // An error inside the host's engine is a script without a result.
+    if (!AttemptOr(FALSE, [&] { return ExecuteScript(script.c_str(), true, &value.Get()); }))
+        return std::nullopt;
+    if (value.Get().type != TYPE_STRING || !value.Get().s)
+        return std::nullopt;
+    return std::wstring(value.Get().s);
+}
+
+void RunScript(const std::wstring& script) {
+    // Of a script that fails half-way, what it had done by then stays.
+    Attempt([&] { ExecuteScript(script.c_str(), false, nullptr); });
 }
 
 } // namespace brimwave

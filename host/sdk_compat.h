@@ -1,10 +1,13 @@
 #pragma once
-// What differs between the years of the host. Every version check of the product stands here.
+// What differs between the years of the host. Every version check of the product stands here
+// and in sdk_compat.cpp.
 #include <max.h>
 #include <units.h>
 
 #include <string>
 #include <string_view>
+
+class FPValue;
 
 namespace brimwave {
 
@@ -60,6 +63,10 @@ template <class SubMaps>
     return GetSystemUnitScale(unit);
 #endif
 }
+
+/// Runs a script; `value`, when not null, receives what it gives. Quiet errors go to the host's
+/// log, the others to its user.
+BOOL ExecuteScript(const MCHAR* script, bool quiet, FPValue* value);
 
 /// One of the host's directories (its APP_ codes).
 [[nodiscard]] inline std::wstring HostDirectory(Interface& host, int id) {

@@ -3,19 +3,14 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <cwctype>
+#include <limits>
 
 namespace brimwave {
 namespace {
 
 bool IsHighSurrogate(wchar_t unit) {
     return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-bool IsBlank(wchar_t unit) {
-    return unit == L' ' || unit == L'\t' || unit == L'\r' || unit == L'\n';
 }
 
 } // namespace
@@ -47,31 +42,22 @@ std::string WideToUtf8(std::wstring_view text) {
     return utf8;
 }
 
+std::wstring DecodeText(std::string_view bytes, TextEncoding encoding) {
+    const UINT codePage = encoding == TextEncoding::Utf8 ? CP_UTF8 : CP_ACP;
+    constexpr size_t most = std::numeric_limits<int>::max();
+    const int size = static_cast<int>(std::min(bytes.size(), most));
+    const int units = MultiByteToWideChar(codePage, 0, bytes.data(), size, nullptr, 0);
+    std::wstring text(static_cast<size_t>(std::max(units, 0)), L'\0');
+    MultiByteToWideChar(codePage, 0, bytes.data(), size, text.data(), units);
+    return text;
+}
+
 std::wstring ToLowerW(std::wstring_view text) {
     std::wstring lower(text);
     std::transform(lower.begin(), lower.end(), lower.begin(), [](wchar_t unit) {
         return static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(unit)));
     });
     return lower;
-}
-
-bool ParseFloat(std::wstring_view text, float& value) {
-    while (!text.empty() && IsBlank(text.front()))
-        text.remove_prefix(1);
-    if (!text.empty() && text.front() == L'+')
-        text.remove_prefix(1);
-    std::string digits;
-    for (const wchar_t unit : text.substr(0, 64)) {
-        if (unit > 0x7E)
-            break;
-        digits.push_back(static_cast<char>(unit));
-    }
-    double number = 0;
-    const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (parsed.ec != std::errc() || !std::isfinite(number))
-        return false;
-    value = static_cast<float>(number);
-    return true;
 }
 
 } // namespace brimwave

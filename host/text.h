@@ -20,6 +20,22 @@ inline constexpr size_t maxUtf8Piece = 16 * 1024;
 /// Length of the next piece of `text`: at most `maxUtf8Piece`, and no pair is cut in two.
 [[nodiscard]] size_t Utf8PieceLength(std::wstring_view text);
 
+enum class TextEncoding {
+    Utf8,
+    System, ///< the 8-bit code page of this machine
+};
+/// The text of such bytes, of 2 GB at most.
+[[nodiscard]] std::wstring DecodeText(std::string_view bytes, TextEncoding encoding);
+
+/// `text` without blanks, tabs, carriage returns and line feeds at both ends.
+[[nodiscard]] constexpr std::wstring_view Trimmed(std::wstring_view text) {
+    constexpr std::wstring_view blanks = L" \t\r\n";
+    const auto first = text.find_first_not_of(blanks);
+    if (first == std::wstring_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
 /// A copy with every unit passed through the C library's wide lower-casing.
 [[nodiscard]] std::wstring ToLowerW(std::wstring_view text);
 
@@ -28,9 +44,5 @@ struct TextHash {
     using is_transparent = void;
     size_t operator()(std::wstring_view text) const { return std::hash<std::wstring_view>{}(text); }
 };
-
-/// Decimal number at the head of the text, leading blanks skipped and whatever follows ignored;
-/// always with a point as decimal mark. False when there is none.
-bool ParseFloat(std::wstring_view text, float& value);
 
 } // namespace brimwave

@@ -1,6 +1,6 @@
 #include "package/bitmap.h"
 
-#include "host/asset_paths.h"
+#include "host/paths.h"
 #include "host/sdk_compat.h"
 #include "package/param_table.h"
 

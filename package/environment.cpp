@@ -2,9 +2,9 @@
 
 #include "host/attempt.h"
 #include "host/script.h"
+#include "host/script_reply.h"
 #include "host/sdk_compat.h"
 #include "package/node_tree.h"
-#include "package/scene_values.h"
 
 #include <algorithm>
 

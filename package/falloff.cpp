@@ -1,8 +1,8 @@
 #include "package/falloff.h"
 
+#include "host/script_reply.h"
 #include "package/map_search.h"
 #include "package/param_table.h"
-#include "package/scene_values.h"
 
 namespace brimwave {
 namespace {

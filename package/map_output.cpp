@@ -1,9 +1,9 @@
 #include "package/map_output.h"
 
-#include "host/text.h"
+#include "host/number_text.h"
+#include "host/script_reply.h"
 #include "package/map_search.h"
 #include "package/param_table.h"
-#include "package/scene_values.h"
 #include "package/texmap_tables.h"
 
 namespace brimwave {

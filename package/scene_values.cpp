@@ -1,7 +1,8 @@
 #include "package/scene_values.h"
 
+#include "host/number_text.h"
 #include "host/script.h"
-#include "host/text.h"
+#include "host/script_reply.h"
 
 namespace brimwave {
 namespace {
@@ -20,13 +21,6 @@ constexpr const wchar_t* renderDisplacementScript =
     L"(a + \"|\" + r))";
 
 } // namespace
-
-std::wstring_view TakeField(std::wstring_view& rest) {
-    const size_t separator = rest.find(L'|');
-    const std::wstring_view field = rest.substr(0, separator);
-    rest.remove_prefix(separator == std::wstring_view::npos ? rest.size() : separator + 1);
-    return field;
-}
 
 ColorPipeline ReadColorPipeline() {
     ColorPipeline pipeline;

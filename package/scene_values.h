@@ -2,7 +2,6 @@
 // Values of the whole scene that only the host's script engine gives.
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace brimwave {
 
@@ -22,9 +21,5 @@ struct RenderDisplacement {
 [[nodiscard]] ColorPipeline ReadColorPipeline();
 /// Nothing when the current renderer has no such setting.
 [[nodiscard]] std::optional<RenderDisplacement> ReadRenderDisplacement();
-
-/// The part before the first "|", which is cut off `rest` together with it. Without a "|" the
-/// whole text.
-[[nodiscard]] std::wstring_view TakeField(std::wstring_view& rest);
 
 } // namespace brimwave

@@ -1,7 +1,5 @@
 #include "package/utf8_store.h"
 
-#include "host/long_path.h"
-
 #include <algorithm>
 
 namespace brimwave {
@@ -23,20 +21,8 @@ void Utf8Store::Append(std::wstring_view text) {
     }
 }
 
-Utf8File::Utf8File(const std::wstring& path)
-    : file_(CreateFileW(LongPath(path).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0,
-                        nullptr)),
-      good_(file_ != INVALID_HANDLE_VALUE) {}
-
-Utf8File::~Utf8File() {
-    if (file_ == INVALID_HANDLE_VALUE)
-        return;
-    Flush();
-    CloseHandle(file_);
-}
-
 void Utf8File::Write(std::wstring_view text) {
-    while (!text.empty() && good_) {
+    while (!text.empty() && file_.Good()) {
         const size_t length = Utf8PieceLength(text);
         const size_t size = buffer_.size();
         buffer_.resize(size + MaxUtf8Size(length));
@@ -49,27 +35,17 @@ void Utf8File::Write(std::wstring_view text) {
 
 void Utf8File::Write(const Utf8Store& store) {
     Flush();
-    store.ForEachBlock([this](const char* bytes, size_t size) { WriteBytes(bytes, size); });
+    store.ForEachBlock([this](std::string_view bytes) { file_.Write(bytes); });
 }
 
 bool Utf8File::Finish() {
     Flush();
-    return good_;
+    return file_.Good();
 }
 
 void Utf8File::Flush() {
-    WriteBytes(buffer_.data(), buffer_.size());
+    file_.Write(buffer_);
     buffer_.clear();
-}
-
-void Utf8File::WriteBytes(const char* bytes, size_t size) {
-    while (size > 0 && good_) {
-        const auto part = static_cast<DWORD>(std::min<size_t>(size, 1u << 20));
-        DWORD written = 0;
-        good_ = WriteFile(file_, bytes, part, &written, nullptr) && written == part;
-        bytes += part;
-        size -= part;
-    }
 }
 
 } // namespace brimwave

@@ -1,8 +1,7 @@
 #pragma once
 // Wide text on its way to a UTF-8 file, converted piece by piece.
+#include "host/files.h"
 #include "host/text.h"
-
-#include <windows.h>
 
 #include <memory>
 #include <string>
@@ -16,11 +15,11 @@ class Utf8Store {
   public:
     void Append(std::wstring_view text);
     [[nodiscard]] bool empty() const { return blocks_.empty(); }
-    /// Visits the blocks in order: `visit(const char* bytes, size_t size)`.
+    /// Visits the blocks in order: `visit(std::string_view bytes)`.
     template <class Visit>
     void ForEachBlock(Visit visit) const {
         for (const Block& block : blocks_)
-            visit(block.bytes.get(), block.size);
+            visit(std::string_view(block.bytes.get(), block.size));
     }
 
   private:
@@ -39,8 +38,8 @@ class Utf8Store {
 /// A new file, written from the start. After a failure it takes nothing more.
 class Utf8File {
   public:
-    explicit Utf8File(const std::wstring& path);
-    ~Utf8File();
+    explicit Utf8File(const std::wstring& path) : file_(path) {}
+    ~Utf8File() { Flush(); }
     Utf8File(const Utf8File&) = delete;
     Utf8File& operator=(const Utf8File&) = delete;
 
@@ -51,10 +50,8 @@ class Utf8File {
 
   private:
     void Flush();
-    void WriteBytes(const char* bytes, size_t size);
 
-    HANDLE file_;
-    bool good_;
+    NewFile file_;
     std::string buffer_;
 };
 

@@ -1,18 +1,16 @@
 #include "pipeline/export_sequence.h"
 
-#include "host/asset_paths.h"
 #include "host/attempt.h"
-#include "host/long_path.h"
+#include "host/files.h"
+#include "host/text.h"
 #include "package/scene_package.h"
 #include "pipeline/export_panel.h"
 #include "pipeline/fbx_export.h"
-#include "pipeline/files.h"
 #include "pipeline/job_name.h"
 #include "pipeline/material_names.h"
 #include "pipeline/scene_scripts.h"
 #include "pipeline/service_address.h"
 #include "pipeline/texture_collection.h"
-#include "pipeline/trim.h"
 #include "pipeline/vertex_colour_bake.h"
 #include "pipeline/vray_conversion.h"
 #include "service/account.h"
@@ -181,8 +179,7 @@ class ExportRun {
         panel_.SetStatus(88, L"Sending to server...", true);
         const wchar_t* const target = panel_.OlderBlenderTarget() ? L"5.1" : L"5.2";
         const FileRemover package(PackagePath());
-        return SubmitJob(ServiceBaseAddress(), LongPath(PackagePath()), token_, jobFolderName_,
-                         target);
+        return SubmitJob(ServiceBaseAddress(), PackagePath(), token_, jobFolderName_, target);
     }
 
     void ShowOutcome(const HttpResult& answer, int objects) {

@@ -1,7 +1,7 @@
 #include "pipeline/fbx_export.h"
 
-#include "host/asset_paths.h"
 #include "host/attempt.h"
+#include "host/files.h"
 
 #include <max.h>
 

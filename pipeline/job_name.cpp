@@ -1,9 +1,9 @@
 #include "pipeline/job_name.h"
 
-#include "host/attempt.h"
-#include "host/sdk_compat.h"
+#include "host/paths.h"
+#include "host/scene_path.h"
 
-#include <max.h>
+#include <windows.h>
 
 namespace brimwave {
 namespace {
@@ -16,10 +16,9 @@ constexpr int suffixLength = 8;
 } // namespace
 
 std::wstring JobNameOf(std::wstring_view scenePath) {
-    if (const auto slash = scenePath.find_last_of(L"\\/"); slash != std::wstring_view::npos)
-        scenePath.remove_prefix(slash + 1);
+    const std::wstring_view file = FileNameOf(scenePath);
     // No dot gives npos, which keeps the whole text.
-    std::wstring name(scenePath.substr(0, scenePath.rfind(L'.')));
+    std::wstring name(file.substr(0, file.rfind(L'.')));
     for (wchar_t& c : name)
         if (c < 32 || notInFileNames.find(c) != std::wstring_view::npos)
             c = L'_';
@@ -28,12 +27,7 @@ std::wstring JobNameOf(std::wstring_view scenePath) {
 }
 
 std::wstring SceneJobName() {
-    std::wstring path;
-    Attempt([&] {
-        if (Interface* core = GetCOREInterface())
-            path = HostText(core->GetCurFilePath());
-    });
-    return JobNameOf(path);
+    return JobNameOf(ScenePath());
 }
 
 std::wstring JobSuffix(std::uint64_t milliseconds) {

@@ -2,8 +2,7 @@
 
 #include "host/attempt.h"
 #include "host/script.h"
-#include "pipeline/script_reply.h"
-#include "pipeline/script_text.h"
+#include "host/script_reply.h"
 
 #include "scripts_embedded.h"
 
@@ -12,7 +11,7 @@ namespace brimwave {
 std::int32_t RunSplineCopies() {
     std::int32_t count = 0;
     Attempt([&] {
-        if (const auto reply = RunScriptString(ScriptText(scripts_embedded::spline_copies_ms)))
+        if (const auto reply = RunScriptString(FillScript(scripts_embedded::spline_copies_ms)))
             if (const auto number = AfterWord(*reply, L"BAKED:"))
                 count = LeadingInteger(*number).value_or(0);
     });
@@ -21,12 +20,12 @@ std::int32_t RunSplineCopies() {
 
 void RestoreSplineCopies() {
     Attempt([] {
-        static_cast<void>(RunScriptString(ScriptText(scripts_embedded::spline_restore_ms)));
+        static_cast<void>(RunScriptString(FillScript(scripts_embedded::spline_restore_ms)));
     });
 }
 
 void BakeGeometry() {
-    Attempt([] { RunScript(ScriptText(scripts_embedded::geometry_bake_ms)); });
+    Attempt([] { RunScript(FillScript(scripts_embedded::geometry_bake_ms)); });
 }
 
 } // namespace brimwave

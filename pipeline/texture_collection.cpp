@@ -2,12 +2,13 @@
 
 #include "host/asset_paths.h"
 #include "host/attempt.h"
+#include "host/files.h"
 #include "host/params.h"
+#include "host/paths.h"
+#include "host/scene_path.h"
 #include "host/sdk_compat.h"
 #include "host/text.h"
-#include "pipeline/files.h"
 #include "pipeline/scene_walk.h"
-#include "pipeline/trim.h"
 
 #include <IFileResolutionManager.h>
 #include <max.h>
@@ -39,16 +40,6 @@ std::wstring StoredPath(Texmap& map, ParamReader& params) {
     return {};
 }
 
-/// The folder of the open scene, with a "\" or "/" at its end; empty when it was never saved.
-std::wstring SceneFolder() {
-    std::wstring folder;
-    Attempt([&] {
-        if (Interface* core = GetCOREInterface())
-            folder = FolderOf(HostText(core->GetCurFilePath()));
-    });
-    return folder;
-}
-
 /// Where the host finds the file, when it finds it.
 std::wstring ResolvedByHost(const std::wstring& path) {
     std::wstring resolved;
@@ -63,7 +54,7 @@ std::wstring ResolvedByHost(const std::wstring& path) {
 class Collection {
   public:
     explicit Collection(const std::wstring& jobFolder)
-        : folder_(jobFolder + L"\\textures\\"), sceneFolder_(SceneFolder()) {
+        : folder_(jobFolder + L"\\textures\\"), sceneFolder_(FolderOf(ScenePath())) {
         MakeFolder(jobFolder + L"\\textures");
     }
 
@@ -111,7 +102,7 @@ class Collection {
     ParamReader params_;
     AssetFinder assets_;
     std::wstring folder_;
-    std::wstring sceneFolder_;
+    std::wstring sceneFolder_; // with a separator at its end; empty: the scene was never saved
     std::unordered_set<std::wstring> stored_;  // paths as the maps hold them
     std::unordered_set<std::wstring> handled_; // paths of the files behind them
 };

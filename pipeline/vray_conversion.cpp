@@ -1,15 +1,11 @@
 #include "pipeline/vray_conversion.h"
 
 #include "host/attempt.h"
+#include "host/environment_variable.h"
 #include "host/script.h"
-#include "pipeline/script_reply.h"
-#include "pipeline/script_text.h"
+#include "host/script_reply.h"
 
 #include "scripts_embedded.h"
-
-#include <max.h>
-
-#include <array>
 
 namespace brimwave {
 namespace {
@@ -19,10 +15,8 @@ constexpr wchar_t noReply[] = L"ExecuteMAXScriptScript вернул пусто/�
 constexpr wchar_t oddReply[] = L"Неожиданный ответ скрипта: ";
 
 bool IsAskedFor() {
-    std::array<wchar_t, 8> value{};
-    const DWORD length = GetEnvironmentVariableW(L"BRIMWAVE_VRAY_CONVERT", value.data(),
-                                                 static_cast<DWORD>(value.size()));
-    return length >= 1 && length < value.size() && value[0] == L'1';
+    const std::wstring value = ReadEnvironmentVariable(L"BRIMWAVE_VRAY_CONVERT");
+    return value.size() < 8 && value.starts_with(L'1');
 }
 
 } // namespace
@@ -48,7 +42,7 @@ VRayConversionResult ConvertVRayMaterials() {
     if (!IsAskedFor())
         return {};
     std::optional<std::wstring> reply;
-    Attempt([&] { reply = RunScriptString(ScriptText(scripts_embedded::vray_conversion_ms)); });
+    Attempt([&] { reply = RunScriptString(FillScript(scripts_embedded::vray_conversion_ms)); });
     return ReadVRayReply(reply);
 }
 

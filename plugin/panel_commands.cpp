@@ -1,9 +1,9 @@
 // What the panel's controls do.
 #include "plugin/panel.h"
 
+#include "host/text.h"
 #include "pipeline/export_sequence.h"
 #include "pipeline/service_address.h"
-#include "pipeline/trim.h"
 #include "plugin/dialog_text.h"
 #include "plugin/folder_browser.h"
 #include "plugin/panel_view.h"

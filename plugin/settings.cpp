@@ -1,6 +1,7 @@
 #include "plugin/settings.h"
 
 #include "host/attempt.h"
+#include "host/sdk_compat.h"
 #include "plugin/profile_encoding.h"
 
 #include <max.h>
@@ -24,7 +25,7 @@ std::wstring SettingsFolder() {
     std::wstring told;
     Attempt([&] {
         if (Interface* host = GetCOREInterface())
-            told = MSTR(host->GetDir(plugInSettingsDir)).data();
+            told = HostDirectory(*host, plugInSettingsDir);
     });
     if (!told.empty())
         return told;

@@ -1,7 +1,10 @@
 #include "service/account.h"
 
+#include "host/number_text.h"
 #include "service/http.h"
-#include "service/number.h"
+
+#include <algorithm>
+#include <limits>
 
 namespace brimwave {
 namespace {
@@ -13,13 +16,6 @@ bool Contains(std::wstring_view text, std::wstring_view part) {
 void SkipBlanks(std::wstring_view& text) {
     const auto next = text.find_first_not_of(L" \t");
     text.remove_prefix(next == std::wstring_view::npos ? text.size() : next);
-}
-
-bool TakeChar(std::wstring_view& text, wchar_t c) {
-    if (!text.starts_with(c))
-        return false;
-    text.remove_prefix(1);
-    return true;
 }
 
 } // namespace
@@ -53,17 +49,17 @@ bool ExtractJsonInt(std::wstring_view text, std::wstring_view key, std::int32_t&
         return false;
     text.remove_prefix(found + needle.size());
     SkipBlanks(text);
-    if (!TakeChar(text, L':'))
+    if (!text.starts_with(L':'))
         return false;
+    text.remove_prefix(1);
     SkipBlanks(text);
-    const bool negative = TakeChar(text, L'-');
-    if (!negative)
-        TakeChar(text, L'+');
-    const auto digits = text.substr(0, text.find_first_not_of(L"0123456789"));
-    if (digits.empty())
+    if (text.find_first_of(L"+-0123456789") != 0) // a line break is no blank here
         return false;
-    const std::int32_t magnitude = WideToInt(digits);
-    value = negative ? -magnitude : magnitude;
+    const auto number = ParseInteger(text);
+    if (!number)
+        return false;
+    constexpr std::int64_t most = std::numeric_limits<std::int32_t>::max();
+    value = static_cast<std::int32_t>(std::clamp(*number, -most, most));
     return true;
 }
 

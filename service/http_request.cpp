@@ -1,12 +1,12 @@
 // HttpRequest on WinHTTP: the one file of this folder that needs the platform's network.
 #include "service/http.h"
 
+#include "host/text.h"
 #include "service/url.h"
 
 #include <windows.h>
 #include <winhttp.h>
 
-#include <algorithm>
 #include <limits>
 #include <memory>
 
@@ -70,19 +70,8 @@ std::string ReadBody(HINTERNET request) {
     }
 }
 
-std::wstring DecodeUtf8(std::string_view bytes) {
-    const int size =
-        static_cast<int>(std::min<std::size_t>(bytes.size(), std::numeric_limits<int>::max()));
-    if (size == 0)
-        return {};
-    const int units = MultiByteToWideChar(CP_UTF8, 0, bytes.data(), size, nullptr, 0);
-    std::wstring text(static_cast<std::size_t>(units), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, bytes.data(), size, text.data(), units);
-    return text;
-}
-
 HttpResult ReadResult(HINTERNET request) {
-    HttpResult result{.text = DecodeUtf8(ReadBody(request))};
+    HttpResult result{.text = DecodeText(ReadBody(request), TextEncoding::Utf8)};
     DWORD status = 0;
     DWORD size = sizeof(status);
     if (!WinHttpQueryHeaders(request, WINHTTP_QUERY_STATUS_CODE | WINHTTP_QUERY_FLAG_NUMBER,

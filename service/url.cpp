@@ -1,6 +1,9 @@
 #include "service/url.h"
 
-#include "service/number.h"
+#include "host/number_text.h"
+
+#include <algorithm>
+#include <limits>
 
 namespace brimwave {
 namespace {
@@ -72,7 +75,10 @@ bool ParseUrl(std::wstring_view url, ParsedUrl& out) {
     out.path = slash == std::wstring_view::npos ? L"/" : authority.substr(slash);
 
     if (const auto colon = host.find(L':'); colon != std::wstring_view::npos) {
-        out.port = static_cast<std::uint16_t>(WideToInt(host.substr(colon + 1)));
+        using Limits = std::numeric_limits<std::int32_t>;
+        const std::int64_t port = ParseInteger(host.substr(colon + 1)).value_or(0);
+        out.port = static_cast<std::uint16_t>(
+            std::clamp<std::int64_t>(port, Limits::min(), Limits::max()));
         host = host.substr(0, colon);
     }
     out.host = host;

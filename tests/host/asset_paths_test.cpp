@@ -9,14 +9,6 @@
 namespace brimwave {
 namespace {
 
-TEST(FileNameOf, TakesWhatFollowsTheLastSeparator) {
-    EXPECT_EQ(FileNameOf(L"C:\\maps\\wood.png"), L"wood.png");
-    EXPECT_EQ(FileNameOf(L"C:\\maps/sub/wood.png"), L"wood.png");
-    EXPECT_EQ(FileNameOf(L"wood.png"), L"wood.png");
-    EXPECT_EQ(FileNameOf(L"maps\\"), L"");
-    EXPECT_EQ(FileNameOf(L""), L"");
-}
-
 TEST(AssetFinder, LooksIntoAMissingFolderOnce) {
     testing::TempFolder folder;
     AssetFinder finder;

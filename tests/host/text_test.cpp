@@ -32,30 +32,5 @@ TEST(WideToUtf8, CutsNoPairBetweenPieces) {
     }
 }
 
-TEST(ParseFloat, ReadsTheHead) {
-    const struct {
-        const wchar_t* text;
-        bool ok;
-        float value;
-    } rows[] = {
-        {L"2.2", true, 2.2f}, {L" -1.5e-05 rest", true, -1.5e-5f},
-        {L"+3", true, 3.0f},  {L"1e-005", true, 1e-5f},
-        {L"", false, -1},     {L"abc", false, -1},
-        {L"inf", false, -1},  {L"nan", false, -1},
-        {L".5", true, 0.5f},  {L"1,5", true, 1.0f},
-    };
-    for (const auto& row : rows) {
-        float value = -1;
-        EXPECT_EQ(ParseFloat(row.text, value), row.ok) << WideToUtf8(row.text);
-        EXPECT_EQ(value, row.value) << WideToUtf8(row.text);
-    }
-}
-
-TEST(EscapeScriptString, NoNameEndsTheString) {
-    EXPECT_EQ(EscapeScriptString(L"a\"); quitMax(); (\""), L"a\\\"); quitMax(); (\\\"");
-    EXPECT_EQ(EscapeScriptString(L"C:\\temp\\"), L"C:\\\\temp\\\\");
-    EXPECT_EQ(EscapeScriptString(L"a\r\nb"), L"a\\r\\nb");
-}
-
 } // namespace
 } // namespace brimwave

@@ -1,35 +1,9 @@
-#include "pipeline/script_reply.h"
 #include "pipeline/vray_conversion.h"
 
 #include <gtest/gtest.h>
 
 namespace brimwave {
 namespace {
-
-TEST(ScriptReply, ReadsTheIntegerAtTheHead) {
-    const struct {
-        const wchar_t* text;
-        std::optional<std::int32_t> number;
-    } rows[] = {
-        {L"0", 0},
-        {L"12", 12},
-        {L"12P", 12},
-        {L" \t+7 spare", 7},
-        {L"-3", -3},
-        {L"2147483647", 2147483647},
-        {L"-2147483648", -2147483647 - 1},
-        {L"2147483648", {}},
-        {L"-2147483649", {}},
-        {L"99999999999999999999999999", {}},
-        {L"", {}},
-        {L"  ", {}},
-        {L"-", {}},
-        {L"x1", {}},
-        {L"- 1", {}},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(LeadingInteger(row.text), row.number) << ::testing::PrintToString(row.text);
-}
 
 TEST(ScriptReply, VRayRepliesMean) {
     const struct {

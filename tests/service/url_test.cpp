@@ -1,4 +1,3 @@
-#include "service/number.h"
 #include "service/url.h"
 
 #include <gmock/gmock.h>
@@ -28,6 +27,8 @@ TEST(ParseUrl, SplitsAbsoluteUrls) {
         {L"https://h: +7", L"h", L"/", 7, true},
         {L"https://h:65616", L"h", L"/", 80, true},
         {L"https://h:99999999999999999999", L"h", L"/", 0xFFFF, true},
+        {L"https://h:2147483648", L"h", L"/", 0xFFFF, true},
+        {L"https://h:-2147483650", L"h", L"/", 0, true},
         {L"https://h:1:2", L"h", L"/", 1, true},
         // Nothing, or only a path, behind the scheme.
         {L"http://", L"", L"/", 80, false},
@@ -74,24 +75,6 @@ TEST(UrlEncode, EncodesTheUtf8Form) {
     };
     for (const auto& [text, encoded] : cases)
         EXPECT_EQ(UrlEncode(text), encoded) << ::testing::PrintToString(text);
-}
-
-TEST(WideToInt, ReadsAsTheCLibraryDoes) {
-    const std::pair<std::wstring, std::int32_t> cases[] = {
-        {L"", 0},
-        {L" \t\r\n 12", 12},
-        {L"-0012.9", -12},
-        {L"+5", 5},
-        {L"--5", 0},
-        {L"- 5", 0},
-        {L"2147483647", 2147483647},
-        {L"2147483648", 2147483647},
-        {L"-2147483648", -2147483647 - 1},
-        {L"-99999999999999999999999999", -2147483647 - 1},
-        {L"\xFF15", 0}, // a wide digit is none
-    };
-    for (const auto& [text, number] : cases)
-        EXPECT_EQ(WideToInt(text), number) << ::testing::PrintToString(text);
 }
 
 } // namespace
