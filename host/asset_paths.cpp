@@ -24,6 +24,10 @@ std::optional<std::wstring> AssetFinder::Resolve(const std::wstring& stored, Ass
         return std::nullopt;
     if (Exists(stored))
         return stored;
+    if (!sceneFolder_.empty())
+        for (const std::wstring_view name : {std::wstring_view(stored), FileNameOf(stored)})
+            if (std::wstring beside = sceneFolder_ + std::wstring(name); Exists(beside))
+                return beside;
     IFileResolutionManager* const manager = IFileResolutionManager::GetInstance();
     if (!manager)
         return std::nullopt;

@@ -92,11 +92,6 @@ ParamValue ParamReader::GetTabParamValue(Animatable* object, std::wstring_view n
     return value;
 }
 
-bool ParamReader::IsEntryOn(Animatable* object, std::wstring_view switches, int index) {
-    const ParamValue on = GetTabParamValue(object, switches, index);
-    return on.kind != ParamKind::Bool || on.boolValue;
-}
-
 int ParamReader::CountElements(Animatable* object, std::wstring_view name) {
     int count = -1;
     VisitNamed(object, name, [&](IParamBlock2& block, const ParamDefinition& definition) {

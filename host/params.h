@@ -42,10 +42,6 @@ class ParamReader {
     [[nodiscard]] ParamValue GetTabParamValue(Animatable* object, std::wstring_view name,
                                               int index);
 
-    /// Whether an entry of a list counts, by the table of its switches: one whose switch is
-    /// missing or no flag does.
-    [[nodiscard]] bool IsEntryOn(Animatable* object, std::wstring_view switches, int index);
-
     /// Elements of the first parameter of that name, whatever type of table it is; -1 when there
     /// is no such parameter or it is no table.
     [[nodiscard]] int CountElements(Animatable* object, std::wstring_view name);

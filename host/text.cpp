@@ -13,6 +13,10 @@ bool IsHighSurrogate(wchar_t unit) {
     return unit >= 0xD800 && unit <= 0xDBFF;
 }
 
+wchar_t ToLowerUnit(wchar_t unit) {
+    return static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(unit)));
+}
+
 } // namespace
 
 size_t Utf8PieceLength(std::wstring_view text) {
@@ -54,10 +58,14 @@ std::wstring DecodeText(std::string_view bytes, TextEncoding encoding) {
 
 std::wstring ToLowerW(std::wstring_view text) {
     std::wstring lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](wchar_t unit) {
-        return static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(unit)));
-    });
+    std::transform(lower.begin(), lower.end(), lower.begin(), ToLowerUnit);
     return lower;
+}
+
+bool EqualsIgnoringCase(std::wstring_view a, std::wstring_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](wchar_t unitA, wchar_t unitB) {
+        return ToLowerUnit(unitA) == ToLowerUnit(unitB);
+    });
 }
 
 } // namespace brimwave

@@ -38,6 +38,8 @@ enum class TextEncoding {
 
 /// A copy with every unit passed through the C library's wide lower-casing.
 [[nodiscard]] std::wstring ToLowerW(std::wstring_view text);
+/// Whether the two are the same after ToLowerW.
+[[nodiscard]] bool EqualsIgnoringCase(std::wstring_view a, std::wstring_view b);
 
 /// For tables of texts that are searched by a part of another text.
 struct TextHash {

@@ -1,7 +1,7 @@
 #include "package/bitmap.h"
 
+#include "host/bitmap_file.h"
 #include "host/paths.h"
-#include "host/sdk_compat.h"
 #include "package/param_table.h"
 
 #include <stdmat.h>
@@ -32,31 +32,12 @@ struct Placement {
     std::optional<float> angle; // radians
 };
 
-/// The host's own bitmap; null for any other class.
-BitmapTex* HostBitmap(MtlBase& map) {
-    return map.ClassID() == Class_ID(BMTEX_CLASS_ID, 0) ? dynamic_cast<BitmapTex*>(&map) : nullptr;
-}
+/// Where the classes keep what the placement is made of.
+enum Source { Scale, Offset, RealWorldScale, Angle };
+constexpr ParamRow sourceRows[] = {{L"uvwScale"}, {L"uvwOffset"}, {L"realWorldScale"}, {L"wAngle"}};
 
-/// Where the classes keep what the members are made of; V-Ray's have a name of their own for the
-/// path.
-enum Source { Path, VRayPath, Scale, Offset, RealWorldScale, Angle };
-constexpr ParamRow sourceRows[] = {{L"filename"},  {L"HDRIMapName"},    {L"uvwScale"},
-                                   {L"uvwOffset"}, {L"realWorldScale"}, {L"wAngle"}};
-using Sources = std::array<ParamValue, std::size(sourceRows)>;
-
-/// Nothing when the class keeps no path.
-std::optional<std::wstring> StoredPath(const Sources& sources, MtlBase& map) {
-    for (const Source source : {Path, VRayPath})
-        if (sources[source].kind == ParamKind::String)
-            return sources[source].stringValue;
-    BitmapTex* const bitmap = HostBitmap(map);
-    std::wstring name = bitmap ? HostText(bitmap->GetMapName()) : std::wstring();
-    return name.empty() ? std::nullopt : std::optional(std::move(name));
-}
-
-void AppendPath(PackageContext& package, JsonMembers& members, const Sources& sources,
-                MtlBase& map) {
-    const auto stored = StoredPath(sources, map);
+void AppendPath(PackageContext& package, JsonMembers& members, MtlBase& map) {
+    const auto stored = FindBitmapPath(package.params, map);
     if (!stored)
         return;
     members.AddString(L"filepath"sv, FileNameOf(*stored));
@@ -64,7 +45,8 @@ void AppendPath(PackageContext& package, JsonMembers& members, const Sources& so
         members.AddString(L"filepath_abs"sv, *resolved);
 }
 
-Placement PlacementOf(const Sources& sources) {
+Placement ReadPlacementParams(ParamReader& params, MtlBase& map) {
+    const auto sources = params.FindParamValues(&map, sourceRows);
     Placement placement;
     if (sources[Scale].kind == ParamKind::Vector)
         placement.scale = sources[Scale].vector;
@@ -87,16 +69,15 @@ Placement ReadUvGen(StdUVGen& uv, TimeValue time) {
     return placement;
 }
 
-Placement ReadPlacement(PackageContext& package, const Sources& sources, MtlBase& map) {
-    const Placement placement = PlacementOf(sources);
-    BitmapTex* const bitmap = placement.scale ? nullptr : HostBitmap(map);
+Placement ReadPlacement(PackageContext& package, MtlBase& map) {
+    const Placement placement = ReadPlacementParams(package.params, map);
+    BitmapTex* const bitmap = placement.scale ? nullptr : AsHostBitmap(map);
     StdUVGen* const uv = bitmap ? bitmap->GetUVGen() : nullptr;
     return uv ? ReadUvGen(*uv, package.Time()) : placement;
 }
 
-void AppendPlacement(PackageContext& package, JsonMembers& members, const Sources& sources,
-                     MtlBase& map) {
-    const Placement placement = ReadPlacement(package, sources, map);
+void AppendPlacement(PackageContext& package, JsonMembers& members, MtlBase& map) {
+    const Placement placement = ReadPlacement(package, map);
     if (placement.scale) {
         members.AddFloat(L"tiling_u"sv, placement.scale->x);
         members.AddFloat(L"tiling_v"sv, placement.scale->y);
@@ -122,9 +103,8 @@ void AppendPlacement(PackageContext& package, JsonMembers& members, const Source
 } // namespace
 
 void AppendBitmap(PackageContext& package, JsonMembers& members, MtlBase& map) {
-    const Sources sources = package.params.FindParamValues(&map, sourceRows);
-    AppendPath(package, members, sources, map);
-    AppendPlacement(package, members, sources, map);
+    AppendPath(package, members, map);
+    AppendPlacement(package, members, map);
     package.params.AppendTable(members, &map, imageRows);
 }
 

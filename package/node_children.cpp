@@ -1,8 +1,7 @@
 #include "package/node_children.h"
 
-#include "host/sdk_compat.h"
+#include "host/map_slots.h"
 #include "package/layers.h"
-#include "package/slot_flags.h"
 
 namespace brimwave {
 namespace {
@@ -17,11 +16,15 @@ class ChildCollector {
         : package_(package), object_(object), indent_(indent), out_(out) {}
 
     void Collect(std::wstring_view className) {
-        if (className == L"MultiTexture" && object_.SuperClassID() == TEXMAP_CLASS_ID)
-            AddTextureList();
-        const std::vector<Slot> slots = ReadSlots();
+        const MapList list = MapListOf(className);
+        if (list == MapList::MultiTexture && object_.SuperClassID() == TEXMAP_CLASS_ID)
+            AddTextureList(list);
+        std::vector<MapSlot> slots = ReadMapSlots(package_.params, object_);
+        for (MapSlot& slot : slots)
+            if (slot.name.empty())
+                slot.name = L"slot_" + std::to_wstring(slot.index);
         AddDisabledNames(slots);
-        for (const Slot& slot : slots)
+        for (const MapSlot& slot : slots)
             if (slot.enabled)
                 AddSlotChild(slot);
         if (object_.SuperClassID() == MATERIAL_CLASS_ID)
@@ -31,12 +34,6 @@ class ChildCollector {
     }
 
   private:
-    struct Slot {
-        std::wstring name;
-        Texmap* map;
-        bool enabled;
-    };
-
     void Append(std::initializer_list<std::wstring_view> parts) {
         for (const std::wstring_view part : parts)
             text_ += part;
@@ -52,42 +49,21 @@ class ChildCollector {
             Append({L",\n"sv, indent_});
     }
 
-    void AddTextureList() {
+    void AddTextureList(MapList list) {
         Append({L",\n"sv, indent_, L"\"textures\": [\n"sv});
         bool first = true;
-        const int count = object_.NumSubTexmaps();
-        for (int i = 0; i < count; ++i) {
-            Texmap* const map = object_.GetSubTexmap(i);
-            if (!map || !package_.params.IsEntryOn(&object_, L"submap_on", i))
-                continue;
+        for (const int slot : CollectListSlots(package_.params, object_, list)) {
             if (!first)
                 text_ += L",\n"sv;
             first = false;
-            AddChild(map);
+            AddChild(object_.GetSubTexmap(slot));
         }
         text_ += L"\n]"sv;
     }
 
-    std::vector<Slot> ReadSlots() {
-        std::vector<Slot> slots;
-        SlotFlags flags(package_.params, object_);
-        const int count = object_.NumSubTexmaps();
-        for (int i = 0; i < count; ++i) {
-            Texmap* const map = object_.GetSubTexmap(i);
-            if (!map)
-                continue;
-            std::wstring name = SlotNameOf(object_, i);
-            if (name.empty())
-                name = L"slot_" + std::to_wstring(i);
-            const bool enabled = flags.IsEnabled(i, map, name);
-            slots.push_back({std::move(name), map, enabled});
-        }
-        return slots;
-    }
-
-    void AddDisabledNames(const std::vector<Slot>& slots) {
+    void AddDisabledNames(const std::vector<MapSlot>& slots) {
         bool first = true;
-        for (const Slot& slot : slots) {
+        for (const MapSlot& slot : slots) {
             if (slot.enabled)
                 continue;
             if (first)
@@ -101,7 +77,7 @@ class ChildCollector {
             text_ += L']';
     }
 
-    void AddSlotChild(const Slot& slot) {
+    void AddSlotChild(const MapSlot& slot) {
         BeginChildMember();
         text_ += L"  "sv;
         AppendJsonString(text_, slot.name);

@@ -1,8 +1,7 @@
 #include "package/standard_material.h"
 
-#include "host/sdk_compat.h"
+#include "host/map_slots.h"
 #include "package/material_tables.h"
-#include "package/slot_flags.h"
 
 namespace brimwave {
 namespace {
@@ -74,21 +73,15 @@ void AppendSelfIllumination(StandardParams& params, JsonMembers& members) {
 }
 
 void AppendMapSlots(PackageContext& package, JsonMembers& members, Mtl& material) {
-    SlotFlags flags(package.params, material);
     std::wstring list = L"[";
-    const int count = material.NumSubTexmaps();
-    for (int i = 0; i < count; ++i) {
-        Texmap* const map = material.GetSubTexmap(i);
-        if (!map)
-            continue;
-        const std::wstring name = SlotNameOf(material, i);
-        const auto amount = package.params.FindTabNumber(&material, L"mapAmounts", i);
+    for (const MapSlot& slot : ReadMapSlots(package.params, material)) {
+        const auto amount = package.params.FindTabNumber(&material, L"mapAmounts", slot.index);
         list += list.size() > 1 ? L",{\"name\":" : L"{\"name\":";
-        AppendJsonString(list, name);
+        AppendJsonString(list, slot.name);
         list += L",\"amount\":";
         AppendJsonFloat(list, amount.value_or(1.0f));
         list += L",\"enabled\":";
-        list += BoolToJson(flags.IsEnabled(i, map, name));
+        list += BoolToJson(slot.enabled);
         list += L'}';
     }
     list += L']';

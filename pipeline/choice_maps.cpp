@@ -1,10 +1,10 @@
 #include "pipeline/choice_maps.h"
 
 #include "host/attempt.h"
-#include "host/params.h"
+#include "host/map_slots.h"
+#include "host/scene_walk.h"
 #include "host/sdk_compat.h"
 #include "host/text.h"
-#include "package/slot_flags.h"
 
 #include <utility>
 
@@ -26,80 +26,54 @@ bool ShowsColourChannel(ParamReader& params, Texmap& map) {
     return channel.kind != ParamKind::Int || channel.intValue == 0;
 }
 
+/// The maps that are switched on; all of them when the host fails over the switches.
+void AppendEnabledMaps(ParamReader& params, MtlBase& object, MaterialParts& parts) {
+    std::vector<MapSlot> slots;
+    if (!Attempt([&] { slots = ReadMapSlots(params, object); }))
+        return AppendSubMaps(object, parts);
+    for (const MapSlot& slot : slots)
+        if (slot.enabled)
+            parts.push_back(slot.map);
+}
+
+/// The sub-materials that faces of this id show; true when another id may show others.
+bool AppendShownMaterials(Mtl& material, std::optional<MtlID> id, MaterialParts& parts) {
+    bool byId = false;
+    Attempt([&] {
+        const int count = material.NumSubMtls();
+        byId = id && count > 0 && material.IsMultiMtl();
+        if (byId)
+            parts.push_back(material.GetSubMtl(*id % count));
+    });
+    if (!byId)
+        AppendSubMaterials(material, parts);
+    return byId;
+}
+
 } // namespace
 
-/// Depth first with what is still to come on a stack of its own, last first.
-class ChoiceMaps::Search {
-  public:
-    /// `id`: the material id that multi-materials are entered by; empty: all sub-materials.
-    Search(ParamReader& params, std::optional<MtlID> id) : params_(params), id_(id) {}
-
-    Found From(Mtl& root) {
-        pending_.push_back(&root);
-        while (!pending_.empty()) {
-            MtlBase* const next = pending_.back();
-            pending_.pop_back();
-            if (next && visited_.insert(next).second)
-                Visit(*next);
-        }
-        return std::move(found_);
-    }
-
-  private:
-    void Visit(MtlBase& object) {
-        SClass_ID kind = 0;
-        Attempt([&] { kind = object.SuperClassID(); });
+ChoiceMaps::Found ChoiceMaps::Search(Mtl& root, std::optional<MtlID> id) {
+    Found found;
+    MaterialWalk().From(&root, [&](MtlBase& object, MaterialParts& parts) {
+        const SClass_ID kind = SuperClassOf(object);
         if (kind == TEXMAP_CLASS_ID)
-            Attempt([&] { Look(static_cast<Texmap&>(object)); });
+            Attempt([&] {
+                auto& map = static_cast<Texmap&>(object);
+                if (IsChoiceMap(map))
+                    found.maps.push_back(&map);
+                found.showsVertexColours |= ShowsColourChannel(params_, map);
+            });
+        AppendEnabledMaps(params_, object, parts);
         if (kind == MATERIAL_CLASS_ID)
-            Attempt([&] { PushSubMaterials(static_cast<Mtl&>(object)); });
-        Attempt([&] { PushMaps(object); });
-    }
-
-    void Look(Texmap& map) {
-        if (IsChoiceMap(map))
-            found_.maps.push_back(&map);
-        found_.showsVertexColours |= ShowsColourChannel(params_, map);
-    }
-
-    void PushSubMaterials(Mtl& material) {
-        const int count = material.NumSubMtls();
-        if (id_ && count > 0 && material.IsMultiMtl()) {
-            found_.byId = true;
-            pending_.push_back(material.GetSubMtl(*id_ % count));
-            return;
-        }
-        for (int i = count - 1; i >= 0; --i)
-            pending_.push_back(material.GetSubMtl(i));
-    }
-
-    void PushMaps(MtlBase& object) {
-        std::vector<Texmap*> maps;
-        std::optional<SlotFlags> flags;
-        Attempt([&] { flags.emplace(params_, object); });
-        const int count = object.NumSubTexmaps();
-        for (int i = 0; i < count; ++i) {
-            Texmap* const map = object.GetSubTexmap(i);
-            bool enabled = true; // also when the switch cannot be read
-            if (map && flags)
-                Attempt([&] { enabled = flags->IsEnabled(i, map, SlotNameOf(object, i)); });
-            if (map && enabled)
-                maps.push_back(map);
-        }
-        pending_.insert(pending_.end(), maps.rbegin(), maps.rend());
-    }
-
-    ParamReader& params_;
-    std::optional<MtlID> id_;
-    Found found_;
-    std::unordered_set<const MtlBase*> visited_;
-    std::vector<MtlBase*> pending_;
-};
+            found.byId |= AppendShownMaterials(static_cast<Mtl&>(object), id, parts);
+    });
+    return found;
+}
 
 const ChoiceMaps::Whole& ChoiceMaps::WholeOf(Mtl& material) {
     const auto [at, fresh] = wholes_.try_emplace(&material);
     if (fresh) {
-        const Found found = Search(params_, std::nullopt).From(material);
+        const Found found = Search(material, std::nullopt);
         at->second = {!found.maps.empty(), found.showsVertexColours};
     }
     return at->second;
@@ -119,7 +93,7 @@ const FaceChoice* ChoiceMaps::For(Mtl& material, MtlID id) {
     if (at == ofId.end())
         at = ofId.find(id);
     if (at == ofId.end()) {
-        const Found found = Search(params_, id).From(material);
+        const Found found = Search(material, id);
         at = ofId.emplace(found.byId ? id : everyId, Serve(found.maps)).first;
     }
     return at->second ? &*at->second : nullptr;

@@ -39,8 +39,10 @@ class ChoiceMaps {
         bool any = false;
         bool showsVertexColours = false;
     };
-    class Search;
 
+    /// What the material shows; `id`: the material id that multi-materials are entered by; empty:
+    /// all sub-materials.
+    [[nodiscard]] Found Search(Mtl& root, std::optional<MtlID> id);
     [[nodiscard]] const Whole& WholeOf(Mtl& material);
     [[nodiscard]] std::optional<FaceChoice> Serve(const std::vector<Texmap*>& maps);
     /// Null when the host fails over it.

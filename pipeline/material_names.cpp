@@ -1,12 +1,11 @@
 #include "pipeline/material_names.h"
 
 #include "host/attempt.h"
+#include "host/scene_walk.h"
 #include "host/sdk_compat.h"
-#include "pipeline/scene_walk.h"
 
 #include <new>
 #include <unordered_map>
-#include <unordered_set>
 
 namespace brimwave {
 namespace {
@@ -37,16 +36,11 @@ class GroupList {
   public:
     /// Adds a material and what is inside it. An unnamed one ends the search there.
     void Collect(Mtl& root) {
-        std::vector<Mtl*> pending{&root}; // last first, so that any depth can be walked
-        while (!pending.empty()) {
-            Mtl* const material = pending.back();
-            pending.pop_back();
-            if (material && visited_.insert(material).second && Add(*material))
-                Attempt([&] {
-                    for (int i = material->NumSubMtls() - 1; i >= 0; --i)
-                        pending.push_back(material->GetSubMtl(i));
-                });
-        }
+        walk_.From(&root, [this](MtlBase& object, MaterialParts& parts) {
+            auto& material = static_cast<Mtl&>(object);
+            if (Add(material))
+                AppendSubMaterials(material, parts);
+        });
     }
 
     [[nodiscard]] const std::vector<Group>& Groups() const { return groups_; }
@@ -67,7 +61,7 @@ class GroupList {
 
     std::vector<Group> groups_;
     std::unordered_map<std::wstring, std::size_t> places_;
-    std::unordered_set<const Mtl*> visited_;
+    MaterialWalk walk_;
 };
 
 /// "_01", "_02", ... "_99", "_100".
@@ -157,7 +151,8 @@ std::wstring NormalizeMaterialName(std::wstring_view name) {
 
 std::vector<MtlRestoreEntry> DeduplicateMaterialNames() {
     GroupList groups;
-    ForEachGeometryMaterial([&](Mtl& material) { groups.Collect(material); });
+    for (Mtl* const material : CollectGeometryMaterials())
+        groups.Collect(*material);
     std::vector<MtlRestoreEntry> entries;
     const bool remembered = Attempt([&] {
         for (const Group& group : groups.Groups())

@@ -1,16 +1,12 @@
 #include "pipeline/multi_texture.h"
 
-#include "host/params.h"
+#include "host/map_slots.h"
 #include "host/sdk_compat.h"
-#include "host/text.h"
 
 #include <algorithm>
 
 namespace brimwave {
 namespace {
-
-constexpr wchar_t multiTexture[] = L"multitexture";
-constexpr wchar_t coronaMultiMap[] = L"coronamultimap";
 
 // MultiTexture: one number ("rnd_by").
 constexpr ChoiceScope multiTextureScopes[] = {
@@ -33,17 +29,16 @@ constexpr ScopeSwitch coronaSwitches[] = {
     {L"randomizeMeshElement", &ChoiceScope::element},
 };
 
-// One row a class: where its list, the list's switches and its weights stand.
+// One row a class: where its list's weights stand.
 struct ClassParams {
-    const wchar_t* on;
     const wchar_t* count;   // how many entries count; null: all
     const wchar_t* weights; // null: all the same
     const wchar_t* variations[3];
 };
 constexpr ClassParams multiTextureParams = {
-    L"submap_on", nullptr, nullptr, {L"hue_random", L"saturation_random", L"gamma_random"}};
+    nullptr, nullptr, {L"hue_random", L"saturation_random", L"gamma_random"}};
 constexpr ClassParams coronaParams = {
-    L"texmapsOn", L"items", L"frequencies", {L"hueRandom", L"saturationRandom", L"gammaRandom"}};
+    L"items", L"frequencies", {L"hueRandom", L"saturationRandom", L"gammaRandom"}};
 
 struct Reader {
     ParamReader& params;
@@ -91,15 +86,12 @@ struct Reader {
 
     /// The weights of the entries that can be chosen; those beyond the last one that a colour
     /// can name are only counted.
-    std::vector<std::uint32_t> Weights(const ClassParams& names, ChoiceMap& read) {
-        int entries = map.NumSubTexmaps();
-        if (names.count)
-            if (const std::optional<std::int32_t> items = Integer(names.count); items && *items > 0)
-                entries = std::min(entries, *items);
+    std::vector<std::uint32_t> Weights(MapList list, const ClassParams& names, ChoiceMap& read) {
+        const std::int32_t items = names.count ? Integer(names.count).value_or(0) : 0;
         std::vector<std::uint32_t> weights;
-        for (int i = 0; i < entries; ++i) {
-            if (!map.GetSubTexmap(i) || !params.IsEntryOn(&map, names.on, i))
-                continue;
+        for (const int i : CollectListSlots(params, map, list)) {
+            if (items > 0 && i >= items)
+                break;
             if (++read.choices > mostChoices) {
                 ++read.leftOut;
                 continue;
@@ -113,19 +105,15 @@ struct Reader {
     }
 };
 
-std::wstring LowerClassName(Texmap& map) {
-    return ToLowerW(ClassNameOf(map));
-}
-
 } // namespace
 
 bool IsChoiceMap(Texmap& map) {
-    const std::wstring name = LowerClassName(map);
-    return name == multiTexture || name == coronaMultiMap;
+    return MapListOf(ClassNameOf(map)) != MapList::None;
 }
 
 ChoiceMap ReadChoiceMap(ParamReader& params, Texmap& map) {
-    const bool corona = LowerClassName(map) == coronaMultiMap;
+    const MapList list = MapListOf(ClassNameOf(map));
+    const bool corona = list == MapList::CoronaMultiMap;
     const ClassParams& names = corona ? coronaParams : multiTextureParams;
     Reader reader{params, map};
     ChoiceMap read;
@@ -133,7 +121,7 @@ ChoiceMap ReadChoiceMap(ParamReader& params, Texmap& map) {
     read.rule.scope = corona ? reader.CoronaScope() : reader.MultiTextureScope();
     read.rule.seed = reader.Integer(L"seed").value_or(0);
     read.varies = reader.Varies(names);
-    const std::vector<std::uint32_t> weights = reader.Weights(names, read);
+    const std::vector<std::uint32_t> weights = reader.Weights(list, names, read);
     if (!weights.empty())
         read.rule.choice = WeightedChoice(weights);
     return read;

@@ -3,11 +3,11 @@
 #include "host/attempt.h"
 #include "host/modifier_stack.h"
 #include "host/params.h"
+#include "host/scene_walk.h"
 #include "host/sdk_compat.h"
 #include "package/displacement.h"
 #include "pipeline/choice_maps.h"
 #include "pipeline/mesh_source.h"
-#include "pipeline/scene_walk.h"
 
 #include <algorithm>
 #include <map>
@@ -57,7 +57,8 @@ std::set<MtlID> IdsOf(const Mesh& mesh) {
 class SceneBake {
   public:
     void Run() {
-        ForEachNode([this](INode& node) { Count(node); });
+        for (INode* const node : CollectNodes(FindRootNode(), NodeOrder::ParentFirst))
+            Count(*node);
         for (const Shared& shared : objects_) {
             if (!Attempt([&] { Bake(shared); }))
                 Skip(shared.nodes, L"the host failed over it");
@@ -83,7 +84,7 @@ class SceneBake {
         if (!object || !material || !maps_.Any(*material))
             return;
         const Shown shown{&node, material, static_cast<std::uint32_t>(node.GetHandle())};
-        if (!Attempt([&] { material = GeometryMaterial(node, params_.Time()); }))
+        if (!Attempt([&] { material = FindGeometryMaterial(node, params_.Time()); }))
             Skip({shown}, L"the host failed over it");
         else if (material)
             Add(object, shown);

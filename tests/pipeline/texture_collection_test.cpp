@@ -1,5 +1,6 @@
 #include "pipeline/texture_collection.h"
 
+#include "host/bitmap_file.h"
 #include "tests/pipeline/scene_kit.h"
 #include "tests/support/temp_folder.h"
 
