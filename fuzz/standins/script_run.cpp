@@ -31,8 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         InterpreterOptions options;
         options.limits.steps = 50'000;
         options.limits.liveBytes = size_t{32} << 20;
-        options.writesFiles = false;
-        options.readsFiles = false;
+        options.usesFiles = false;
         Interpreter interpreter(options);
         RegisterHost(interpreter);
         try {

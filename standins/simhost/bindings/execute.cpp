@@ -1,31 +1,33 @@
 // The SDK's way into the script engine.
 #include "simhost/bindings/bindings.h"
-#include "simhost/bindings/host_interpreter.h"
 #include "simhost/scene/scene.h"
-#include "simhost/script/convert.h"
 #include "simhost/script/interpreter.h"
+#include "simhost/script/objects.h"
 
 #include <maxscript/maxscript.h>
 
 namespace simhost::script {
+namespace {
 
+// What print and format write, by lines.
+void LogListener(std::wstring_view text) {
+    while (!text.empty() && (text.back() == L'\n' || text.back() == L'\r'))
+        text.remove_suffix(1);
+    GetCOREInterface()->Log()->LogEntry(SYSLOG_DEBUG, NO_DIALOG, L"MAXScript Listener", L"%s",
+                                        std::wstring(text).c_str());
+}
+
+// The engine that the host's scripts share; its global variables live as long as the program.
 Interpreter& HostInterpreter() {
     static const auto interpreter = [] {
         InterpreterOptions options;
-        options.listener = [](std::wstring_view text) {
-            while (!text.empty() && (text.back() == L'\n' || text.back() == L'\r'))
-                text.remove_suffix(1);
-            GetCOREInterface()->Log()->LogEntry(SYSLOG_DEBUG, NO_DIALOG, L"MAXScript Listener",
-                                                L"%s", std::wstring(text).c_str());
-        };
+        options.listener = LogListener;
         auto made = std::make_unique<Interpreter>(std::move(options));
         RegisterHost(*made);
         return made;
     }();
     return *interpreter;
 }
-
-namespace {
 
 void Load(FPValue& value, const Value& result) {
     if (const auto* text = result.As<StringObject>()) {
@@ -75,13 +77,9 @@ BOOL ExecuteMAXScriptScript(const MCHAR* script, MAXScript::ScriptSource /*sourc
         if (value)
             Load(*value, result);
         return TRUE;
-    } catch (const ScriptError& error) {
+    } catch (const ScriptError& error) { // the engine turns everything into one
         if (!quietErrors || logQuietErrors)
             LogFailure(error, quietErrors != FALSE);
-    } catch (...) { // nothing that a scene thing throws may reach the caller
-        if (!quietErrors || logQuietErrors)
-            LogFailure({ScriptError::Kind::Runtime, L"Runtime error: System exception"},
-                       quietErrors != FALSE);
+        return FALSE;
     }
-    return FALSE;
 }

@@ -10,7 +10,6 @@ class SceneValue : public Object {
   public:
     explicit SceneValue(Animatable* thing) : handle_(Animatable::GetHandleByAnim(thing)) {}
 
-    [[nodiscard]] AnimHandle Handle() const { return handle_; }
     [[nodiscard]] bool Exists() const { return Animatable::GetAnimByHandle(handle_) != nullptr; }
     /// Throws when the thing was deleted.
     [[nodiscard]] Animatable& Thing() const;
@@ -20,19 +19,19 @@ class SceneValue : public Object {
     AnimHandle handle_;
 };
 
-/// A node of the scene.
+/// A node of the scene. It shows its object's parameters as its own.
 class NodeValue final : public SceneValue {
   public:
     explicit NodeValue(SceneNode* node) : SceneValue(node) {}
-    [[nodiscard]] SceneNode& Node() const;
+    [[nodiscard]] SceneNode& Node() const { return static_cast<SceneNode&>(Thing()); }
 
     void Print(Printer& printer, bool nested) const override;
     [[nodiscard]] std::wstring ClassName() const override;
     [[nodiscard]] std::wstring SuperClassName() const override;
-    bool GetProperty(Interpreter&, const std::wstring& name, Value& result) override;
-    bool SetProperty(Interpreter&, const std::wstring& name, const Value& value) override;
-    bool Copy(Interpreter&, const std::wstring& how, Arguments&, Value& result) override;
-    void PropertyNames(std::vector<std::wstring>& names) const override;
+    std::optional<Value> FindProperty(const std::wstring& name) override;
+    bool SetProperty(const std::wstring& name, const Value& value) override;
+    void CollectPropertyNames(std::vector<std::wstring>& names) const override;
+    std::optional<Value> Copy() override;
 };
 
 /// A material, map, object, modifier, renderer or sub-object.
@@ -43,12 +42,9 @@ class ThingValue final : public SceneValue {
     void Print(Printer& printer, bool nested) const override;
     [[nodiscard]] std::wstring ClassName() const override;
     [[nodiscard]] std::wstring SuperClassName() const override;
-    bool GetProperty(Interpreter&, const std::wstring& name, Value& result) override;
-    bool SetProperty(Interpreter&, const std::wstring& name, const Value& value) override;
-    bool GetIndex(Interpreter&, const Value& index, Value& result) override;
-    bool SetIndex(Interpreter&, const Value& index, const Value& value) override;
-    bool Copy(Interpreter&, const std::wstring& how, Arguments&, Value& result) override;
-    void PropertyNames(std::vector<std::wstring>& names) const override;
+    std::optional<Value> FindProperty(const std::wstring& name) override;
+    bool SetProperty(const std::wstring& name, const Value& value) override;
+    void CollectPropertyNames(std::vector<std::wstring>& names) const override;
 };
 
 /// The value of a thing; undefined for null.
@@ -57,15 +53,11 @@ class ThingValue final : public SceneValue {
 [[nodiscard]] Animatable* ThingOf(const Value& value);
 /// The node of a value. Others raise: No "<function>" function for <value>.
 [[nodiscard]] SceneNode& NodeOf(const wchar_t* function, const Value& value);
+/// The result of a node's stack at the scene's time; null when it has none.
+[[nodiscard]] ::Object* ResultOf(SceneNode& node);
 
-/// What scripts call the class of a thing, and its superclass.
+/// What scripts call the class of a thing, and a superclass.
 [[nodiscard]] std::wstring ScriptClassName(Animatable& thing);
-[[nodiscard]] std::wstring ScriptSuperClassName(Animatable& thing);
 [[nodiscard]] std::wstring SuperClassNameOf(SClass_ID superClass);
-
-// Parameters by name, in any case. False: the thing has none of that name.
-bool GetThingProperty(Entity& entity, const std::wstring& name, Value& result);
-bool SetThingProperty(Entity& entity, const std::wstring& name, const Value& value);
-void ThingPropertyNames(const Entity& entity, std::vector<std::wstring>& names);
 
 } // namespace simhost::script

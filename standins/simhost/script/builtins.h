@@ -8,12 +8,10 @@ class Interpreter;
 /// All of those below.
 void RegisterBuiltins(Interpreter& interpreter);
 
-void RegisterValues(Interpreter& interpreter);  // classes, conversions, class questions
-void RegisterMath(Interpreter& interpreter);    // numbers, points, random, bits
+void RegisterValues(Interpreter& interpreter);  // constants, classes, conversions, properties
 void RegisterStrings(Interpreter& interpreter); // strings, patterns, names
-void RegisterArrays(Interpreter& interpreter);  // arrays, sorting, bit arrays
-void RegisterFiles(Interpreter& interpreter);   // file names, folders, fileIn
-void RegisterStreams(Interpreter& interpreter); // print, format, text files
-void RegisterSystem(Interpreter& interpreter);  // errors, environment, version, time
+void RegisterArrays(Interpreter& interpreter);  // arrays
+void RegisterSystem(Interpreter& interpreter);  // numbers, errors, environment
+void RegisterFiles(Interpreter& interpreter);   // folders, fileIn, print, format, text files
 
 } // namespace simhost::script

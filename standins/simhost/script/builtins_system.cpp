@@ -1,19 +1,16 @@
-// Errors, environment, version, time.
-#include <chrono>
-#include <cstdlib>
+// Numbers, errors, the environment.
+#include <windows.h>
+
+#include <cmath>
 
 #include "simhost/script/builtins.h"
 #include "simhost/script/convert.h"
-#include "simhost/script/environment.h"
 #include "simhost/script/interpreter.h"
+#include "simhost/script/operators.h"
 #include "simhost/script/raise.h"
 
 namespace simhost::script {
 namespace {
-
-// The release that this host plays; its year is 2024.
-constexpr int release = 26000;
-constexpr int apiNumber = 64;
 
 // throw text [value]; without arguments, the error whose catch runs goes on.
 Value Throw(Interpreter& in, Arguments& args) {
@@ -28,45 +25,40 @@ Value Throw(Interpreter& in, Arguments& args) {
     RaiseRuntime(std::move(message));
 }
 
-Value MaxVersion(Interpreter&, Arguments&) {
-    const int year = release / 1000 - 2 + 2000;
-    return MakeArray({Value::Integer(release), Value::Integer(apiNumber), Value::Integer(0),
-                      Value::Integer(release / 1000), Value::Integer(0), Value::Integer(0),
-                      Value::Integer(0), Value::Integer(year), MakeString(L".0 Release")});
+Value CurrentException(Interpreter& in, Arguments&) {
+    if (in.caught.empty())
+        RaiseRuntime(L"Runtime error: getCurrentException() outside of a catch");
+    return MakeString(L"-- " + in.caught.back().Message());
+}
+
+// Undefined when the process has no such variable.
+Value ReadEnvironment(Interpreter&, Arguments& args) {
+    const std::wstring& name = ToString(args.items[0]);
+    const DWORD size = GetEnvironmentVariableW(name.c_str(), nullptr, 0);
+    if (size == 0)
+        return {};
+    std::wstring value(size, L'\0');
+    value.resize(GetEnvironmentVariableW(name.c_str(), value.data(), size));
+    return MakeString(std::move(value));
+}
+
+Value Abs(Interpreter&, Arguments& args) {
+    return ToFloat(args.items[0]) < 0 ? Negate(args.items[0]) : args.items[0];
+}
+
+// A Float, also of whole numbers.
+Value Mod(Interpreter&, Arguments& args) {
+    return Value::Float(std::fmod(ToFloat(args.items[0]), ToFloat(args.items[1])));
 }
 
 } // namespace
 
 void RegisterSystem(Interpreter& in) {
+    in.Define(L"abs", 1, 1, Abs);
+    in.Define(L"mod", 2, 2, Mod);
     in.Define(L"throw", 0, 2, Throw);
-    in.Define(L"getCurrentException", 0, 0, [](Interpreter& i, Arguments&) {
-        if (i.caught.empty())
-            RaiseRuntime(L"Runtime error: getCurrentException() outside of a catch");
-        return MakeString(i.CurrentException());
-    });
-    in.Define(L"maxVersion", 0, 0, MaxVersion);
-    in.Define(L"timeStamp", 0, 0, [](Interpreter&, Arguments&) {
-        const auto now = std::chrono::system_clock::now().time_since_epoch();
-        const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(now).count();
-        return Value::Integer(static_cast<int32_t>(ms % 86'400'000));
-    });
-    in.Define(L"gc", 0, 0, [](Interpreter&, Arguments&) { return Value::Ok(); });
-    in.DefineVariable(L"currentTime", [](Interpreter&) { return Value::Time(0); });
-    in.DefineVariable(L"sliderTime", [](Interpreter&) { return Value::Time(0); });
-    in.DefineVariable(L"frameRate", [](Interpreter& i) { return Value::Integer(i.FrameRate()); });
-    in.DefineVariable(L"ticksPerFrame", [](Interpreter& i) {
-        return Value::Integer(ticksPerSecond / i.FrameRate());
-    });
-    InterfaceObject& system = in.DefineInterface(L"systemTools");
-    system.Function(L"getEnvVariable", 1, 1, [](Interpreter&, Arguments& args) {
-        const auto value = ReadEnvironment(ToString(args.items[0]));
-        return value ? MakeString(*value) : Value();
-    });
-    system.Function(L"setEnvVariable", 2, 2, [](Interpreter& i, Arguments& args) {
-        if (!i.Options().writesFiles)
-            RaiseRuntime(L"Runtime error: the environment cannot be changed here");
-        return Value::Bool(WriteEnvironment(ToString(args.items[0]), ToString(args.items[1])));
-    });
+    in.Define(L"getCurrentException", 0, 0, CurrentException);
+    in.DefineInterface(L"systemTools").DefineFunction(L"getEnvVariable", 1, 1, ReadEnvironment);
 }
 
 } // namespace simhost::script

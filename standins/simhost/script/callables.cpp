@@ -1,5 +1,7 @@
 #include "simhost/script/callables.h"
 
+#include <algorithm>
+
 #include "simhost/script/convert.h"
 #include "simhost/script/interpreter.h"
 #include "simhost/script/raise.h"
@@ -7,61 +9,50 @@
 
 namespace simhost::script {
 
-void FrameObject::Trace(Marker& marker) const {
-    for (const Value& value : slots)
-        marker.Visit(value);
-    marker.Visit(self.get());
-}
-
-void FrameObject::DropReferences(std::vector<Value>& garbage) {
-    for (Value& value : slots)
-        garbage.push_back(std::exchange(value, Value()));
-    garbage.emplace_back(std::move(self));
-}
-
-FunctionObject::~FunctionObject() {
-    std::vector<Value> references;
-    references.reserve(2);
-    DropReferences(references);
-    ReleaseValues(std::move(references));
-}
-
-void FunctionObject::Trace(Marker& marker) const {
-    marker.Visit(top.get());
-    marker.Visit(self.get());
-}
-
-void FunctionObject::DropReferences(std::vector<Value>& garbage) {
-    garbage.emplace_back(std::move(top));
-    garbage.emplace_back(std::move(self));
-}
-
 void FunctionObject::Print(Printer& printer, bool) const {
-    printer.Put(body->name + L"()");
+    printer.Put(body_->name + L"()");
 }
 
-std::wstring FunctionObject::ClassName() const {
-    return body->mapped ? L"MappedFunction" : L"MAXScriptFunction";
-}
-
-bool FunctionObject::Equals(const Object& other) const {
-    const auto* function = dynamic_cast<const FunctionObject*>(&other);
-    return function && function->body == body && function->self == self;
-}
-
-bool FunctionObject::Call(Interpreter& interpreter, Arguments& arguments, Value& result) {
-    if (body->mapped && !arguments.items.empty() && arguments.items[0].AsObject() &&
-        arguments.items[0].AsObject()->IsCollection()) {
-        for (const Value& item : interpreter.Items(arguments.items[0])) {
-            Arguments each = arguments;
-            each.items[0] = item;
-            interpreter.CallFunction(*this, each);
-        }
-        result = Value::Ok();
-        return true;
+std::optional<Value> FunctionObject::Call(Interpreter& interpreter, Arguments& arguments) {
+    const Interpreter::CallLevel level(interpreter);
+    const auto body = body_; // the function may be replaced while it runs
+    const auto frame = std::make_shared<Frame>(interpreter, body->slotCount);
+    frame->isCall = true;
+    frame->top = home_.lock();
+    frame->self = self_;
+    PassArguments(*frame, arguments);
+    try {
+        return body->body->Run(*frame);
+    } catch (const JumpSignal& signal) {
+        if (signal.kind != JumpKind::Return)
+            RaiseRuntime(L"Runtime error: exit or continue outside of a loop");
+        return signal.value;
     }
-    result = interpreter.CallFunction(*this, arguments);
-    return true;
+}
+
+void FunctionObject::PassArguments(Frame& frame, const Arguments& arguments) const {
+    const auto& parameters = body_->parameters;
+    const auto wanted = static_cast<size_t>(
+        std::count_if(parameters.begin(), parameters.end(),
+                      [](const Parameter& parameter) { return parameter.keyword.empty(); }));
+    if (arguments.items.size() != wanted)
+        RaiseArgumentCount(body_->name, wanted, arguments.items.size());
+    size_t usedKeywords = 0;
+    size_t next = 0;
+    for (const Parameter& parameter : parameters) {
+        Value value = Value::Unsupplied();
+        if (parameter.keyword.empty()) {
+            value = arguments.items[next++];
+        } else if (const Value* given = arguments.FindKeyword(parameter.keyword)) {
+            value = *given;
+            ++usedKeywords;
+        } else if (parameter.value) {
+            value = parameter.value->Run(frame);
+        }
+        frame.slots[parameter.slot] = std::move(value);
+    }
+    if (usedKeywords < arguments.keywords.size())
+        RaiseRuntime(L"Runtime error: " + body_->name + L" got an unexpected keyword argument");
 }
 
 void NativeFunction::Print(Printer& printer, bool) const {
@@ -72,24 +63,17 @@ std::wstring NativeFunction::ClassName() const {
     return mapped_ ? L"MappedPrimitive" : L"Primitive";
 }
 
-bool NativeFunction::Call(Interpreter& interpreter, Arguments& arguments, Value& result) {
+std::optional<Value> NativeFunction::Call(Interpreter& interpreter, Arguments& arguments) {
     const size_t got = arguments.items.size();
-    if (got < static_cast<size_t>(least_))
-        RaiseArgumentCount(name_, static_cast<size_t>(least_), got);
-    if (most_ != anyCount && got > static_cast<size_t>(most_))
-        RaiseArgumentCount(name_, static_cast<size_t>(most_), got);
-    if (mapped_ && got > 0 && arguments.items[0].AsObject() &&
-        arguments.items[0].AsObject()->IsCollection()) {
-        for (const Value& item : interpreter.Items(arguments.items[0])) {
-            Arguments each = arguments;
-            each.items[0] = item;
-            Call(interpreter, each, result);
-        }
-        result = Value::Ok();
-        return true;
+    if (got < least_ || got > most_)
+        RaiseArgumentCount(name_, got < least_ ? least_ : most_, got);
+    if (!mapped_ || got == 0 || !script::IsCollection(arguments.items[0]))
+        return native_(interpreter, arguments);
+    for (const Value& item : interpreter.CollectItems(arguments.items[0])) {
+        arguments.items[0] = item;
+        Call(interpreter, arguments);
     }
-    result = native_(interpreter, arguments);
-    return true;
+    return Value::Ok();
 }
 
 void ClassObject::Print(Printer& printer, bool) const {
@@ -100,53 +84,107 @@ std::wstring ClassObject::ClassName() const {
     return super_.empty() ? L"MAXClass" : super_;
 }
 
-bool ClassObject::Call(Interpreter& interpreter, Arguments& arguments, Value& result) {
+std::optional<Value> ClassObject::Call(Interpreter& interpreter, Arguments& arguments) {
     if (!create)
         RaiseRuntime(L"Class not creatable: " + name_);
-    result = create(interpreter, arguments);
+    return create(interpreter, arguments);
+}
+
+void StructType::Print(Printer& printer, bool) const {
+    printer.Put(L"#Struct:" + body_->name);
+}
+
+std::optional<Value> StructType::Call(Interpreter& interpreter, Arguments& arguments) {
+    if (!arguments.items.empty() || !arguments.keywords.empty())
+        RaiseRuntime(L"Runtime error: members of a new " + body_->name +
+                     L" can only be set behind its making");
+    const auto made =
+        std::make_shared<StructInstance>(std::static_pointer_cast<StructType>(shared_from_this()));
+    for (size_t i = 0; i < body_->members.size(); ++i) {
+        const StructBody::Member& member = body_->members[i];
+        if (member.function && !member.isFunction)
+            made->members[i] =
+                *FunctionObject(member.function, home_, made).Call(interpreter, arguments);
+    }
+    return Value(made);
+}
+
+StructInstance::StructInstance(std::shared_ptr<StructType> type)
+    : members(type->Body().members.size()), type_(std::move(type)) {
+    share_.Set(members.size() * sizeof(Value));
+}
+
+size_t StructInstance::FindMember(const std::wstring& name) const {
+    const auto& all = type_->Body().members;
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const auto& m) { return EqualNoCase(m.name, name); });
+    return static_cast<size_t>(found - all.begin());
+}
+
+Value StructInstance::ReadMember(size_t index) {
+    const StructBody::Member& member = type_->Body().members[index];
+    if (!member.isFunction)
+        return members[index];
+    return {std::make_shared<FunctionObject>(
+        member.function, type_->Home(),
+        std::static_pointer_cast<StructInstance>(shared_from_this()))};
+}
+
+void StructInstance::Print(Printer& printer, bool) const {
+    printer.Put(L"(" + type_->Body().name);
+    for (size_t i = 0; i < members.size(); ++i) {
+        const StructBody::Member& member = type_->Body().members[i];
+        if (member.isFunction)
+            continue;
+        printer.Put(L" " + member.name + L":");
+        printer.Put(members[i], true);
+    }
+    printer.Put(L")");
+}
+
+std::optional<Value> StructInstance::FindProperty(const std::wstring& name) {
+    const size_t index = FindMember(name);
+    return index < members.size() ? std::optional(ReadMember(index)) : std::nullopt;
+}
+
+bool StructInstance::SetProperty(const std::wstring& name, const Value& value) {
+    const size_t index = FindMember(name);
+    if (index == members.size() || type_->Body().members[index].isFunction)
+        return false;
+    members[index] = value;
     return true;
 }
 
-void ReferenceObject::Print(Printer& printer, bool) const {
-    printer.Put(L"&value");
+void InterfaceObject::DefineFunction(std::wstring_view name, size_t least, size_t most,
+                                     Native native) {
+    DefineConstant(name, {std::make_shared<NativeFunction>(std::wstring(name), least, most,
+                                                           std::move(native))});
 }
 
-InterfaceObject& InterfaceObject::Function(std::wstring_view name, int least, int most,
-                                           Native native) {
-    return Constant(name, {std::make_shared<NativeFunction>(std::wstring(name), least, most,
-                                                            std::move(native))});
-}
-
-InterfaceObject& InterfaceObject::Add(std::wstring_view name, Property property) {
+void InterfaceObject::DefineProperty(std::wstring_view name, Property property) {
     properties_[Lower(name)] = std::move(property);
-    return *this;
 }
 
-InterfaceObject& InterfaceObject::Constant(std::wstring_view name, Value value) {
-    return Add(name, {[value = std::move(value)](Interpreter&) { return value; }, {}});
+void InterfaceObject::DefineConstant(std::wstring_view name, Value value) {
+    DefineProperty(name, {[value = std::move(value)] { return value; }, {}});
 }
 
 void InterfaceObject::Print(Printer& printer, bool) const {
     printer.Put(L"<Interface:" + name_ + L">");
 }
 
-bool InterfaceObject::GetProperty(Interpreter& interpreter, const std::wstring& name,
-                                  Value& result) {
+std::optional<Value> InterfaceObject::FindProperty(const std::wstring& name) {
     const auto found = properties_.find(name);
-    if (found == properties_.end())
-        return false;
-    result = found->second.read(interpreter);
-    return true;
+    return found == properties_.end() ? std::nullopt : std::optional(found->second.read());
 }
 
-bool InterfaceObject::SetProperty(Interpreter& interpreter, const std::wstring& name,
-                                  const Value& value) {
+bool InterfaceObject::SetProperty(const std::wstring& name, const Value& value) {
     const auto found = properties_.find(name);
     if (found == properties_.end())
         return false;
     if (!found->second.write)
         RaiseRuntime(L"Property is read-only: " + name);
-    found->second.write(interpreter, value);
+    found->second.write(value);
     return true;
 }
 

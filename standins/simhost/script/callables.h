@@ -1,57 +1,48 @@
 #pragma once
-// What can be called or holds variables: functions, classes, structs, references, interfaces.
+// What can be called: functions, classes, structs; and the host's interfaces.
 #include <functional>
 #include <unordered_map>
 
 #include "simhost/script/ast.h"
 #include "simhost/script/heap.h"
-#include "simhost/script/object.h"
 
 namespace simhost::script {
 
 class StructInstance;
 
 /// The variables of one call, or of one top-level expression.
-class FrameObject final : public Object, public Traceable {
-  public:
-    explicit FrameObject(size_t slotCount) : slots(slotCount) {
-        share_.Set(slotCount * sizeof(Value));
+struct Frame : std::enable_shared_from_this<Frame> {
+    Frame(Interpreter& in, size_t slotCount) : interpreter(in), slots(slotCount) {
+        share.Set(slotCount * sizeof(Value));
     }
-    ~FrameObject() override { ReleaseValues(std::move(slots)); }
 
+    Interpreter& interpreter;
     std::vector<Value> slots;
+    bool isCall = false;
+    std::shared_ptr<Frame> top;           // of a call: what the function was defined among
     std::shared_ptr<StructInstance> self; // of a member function's call
+    MemoryShare share;
+};
 
-    [[nodiscard]] const Traceable* AsTraceable() const override { return this; }
-    void Trace(Marker& marker) const override;
-    void DropReferences(std::vector<Value>& garbage) override;
-    void Print(Printer&, bool) const override {}
-    [[nodiscard]] std::wstring ClassName() const override { return L"Frame"; }
+/// A function that a script defined. It knows the variables that it was defined among, but keeps
+/// them only while it is a global variable's value (see Global::home): they hold it, in turn.
+class FunctionObject final : public Object {
+  public:
+    FunctionObject(std::shared_ptr<FunctionBody> body, std::weak_ptr<Frame> home,
+                   std::shared_ptr<StructInstance> self)
+        : body_(std::move(body)), home_(std::move(home)), self_(std::move(self)) {}
+
+    void Print(Printer& printer, bool nested) const override;
+    [[nodiscard]] std::wstring ClassName() const override { return L"MAXScriptFunction"; }
+    std::optional<Value> Call(Interpreter& interpreter, Arguments& arguments) override;
+    [[nodiscard]] std::shared_ptr<Frame> Home() const override { return home_.lock(); }
 
   private:
-    MemoryShare share_;
-};
-using FramePtr = std::shared_ptr<FrameObject>;
+    void PassArguments(Frame& frame, const Arguments& arguments) const;
 
-/// A function that a script defined.
-class FunctionObject final : public Object, public Traceable {
-  public:
-    FunctionObject(std::shared_ptr<FunctionBody> body_, FramePtr top_,
-                   std::shared_ptr<StructInstance> self_)
-        : body(std::move(body_)), top(std::move(top_)), self(std::move(self_)) {}
-    ~FunctionObject() override;
-
-    const std::shared_ptr<FunctionBody> body;
-    FramePtr top; // variables of the expression that defined it
-    std::shared_ptr<StructInstance> self;
-
-    [[nodiscard]] const Traceable* AsTraceable() const override { return this; }
-    void Trace(Marker& marker) const override;
-    void DropReferences(std::vector<Value>& garbage) override;
-    void Print(Printer& printer, bool nested) const override;
-    [[nodiscard]] std::wstring ClassName() const override;
-    [[nodiscard]] bool Equals(const Object& other) const override;
-    bool Call(Interpreter& interpreter, Arguments& arguments, Value& result) override;
+    std::shared_ptr<FunctionBody> body_;
+    std::weak_ptr<Frame> home_;
+    std::shared_ptr<StructInstance> self_;
 };
 
 using Native = std::function<Value(Interpreter&, Arguments&)>;
@@ -59,22 +50,23 @@ using Native = std::function<Value(Interpreter&, Arguments&)>;
 /// A function of the host.
 class NativeFunction final : public Object {
   public:
-    static constexpr int anyCount = -1;
-    NativeFunction(std::wstring name, int least, int most, Native native, bool mapped = false)
+    static constexpr size_t anyCount = SIZE_MAX;
+    /// `least`, `most`: positional arguments. `mapped`: applies to each item of a collection that
+    /// it gets as first argument.
+    NativeFunction(std::wstring name, size_t least, size_t most, Native native, bool mapped = false)
         : name_(std::move(name)), least_(least), most_(most), native_(std::move(native)),
           mapped_(mapped) {}
 
-    [[nodiscard]] const std::wstring& Name() const { return name_; }
     void Print(Printer& printer, bool nested) const override;
     [[nodiscard]] std::wstring ClassName() const override;
-    bool Call(Interpreter& interpreter, Arguments& arguments, Value& result) override;
+    std::optional<Value> Call(Interpreter& interpreter, Arguments& arguments) override;
 
   private:
     std::wstring name_;
-    int least_; // positional arguments
-    int most_;  // anyCount: no bound
+    size_t least_;
+    size_t most_;
     Native native_;
-    bool mapped_; // applies to each item of a collection that it gets as first argument
+    bool mapped_;
 };
 
 /// A class. Calling it makes an instance, `as` converts to it.
@@ -91,88 +83,74 @@ class ClassObject final : public Object {
     [[nodiscard]] const std::wstring& Super() const { return super_; }
     void Print(Printer& printer, bool nested) const override;
     [[nodiscard]] std::wstring ClassName() const override;
-    bool Call(Interpreter& interpreter, Arguments& arguments, Value& result) override;
+    std::optional<Value> Call(Interpreter& interpreter, Arguments& arguments) override;
 
   private:
     std::wstring name_;
     std::wstring super_;
 };
 
-class StructType final : public Object, public Traceable {
+/// A struct. Calling it makes an instance with the members' defaults.
+class StructType final : public Object {
   public:
-    StructType(std::shared_ptr<StructBody> body_, FramePtr top_)
-        : body(std::move(body_)), top(std::move(top_)) {}
-    ~StructType() override;
+    StructType(std::shared_ptr<StructBody> body, std::weak_ptr<Frame> home)
+        : body_(std::move(body)), home_(std::move(home)) {}
+    [[nodiscard]] const StructBody& Body() const { return *body_; }
 
-    const std::shared_ptr<StructBody> body;
-    FramePtr top;
-
-    /// Index of the member of that lower-case name; -1 when there is none. Events are none.
-    [[nodiscard]] int Find(const std::wstring& name) const;
-
-    [[nodiscard]] const Traceable* AsTraceable() const override { return this; }
-    void Trace(Marker& marker) const override;
-    void DropReferences(std::vector<Value>& garbage) override;
     void Print(Printer& printer, bool nested) const override;
     [[nodiscard]] std::wstring ClassName() const override { return L"StructDef"; }
-    bool GetProperty(Interpreter&, const std::wstring& name, Value& result) override;
-    bool Call(Interpreter& interpreter, Arguments& arguments, Value& result) override;
-};
-
-class StructInstance final : public Object, public Traceable {
-  public:
-    explicit StructInstance(std::shared_ptr<StructType> type);
-    ~StructInstance() override { ReleaseValues(std::move(members_)); }
-
-    [[nodiscard]] const StructType& Type() const { return *type_; }
-    /// A member as code of the struct sees it: functions come bound to this instance.
-    [[nodiscard]] Value Member(uint32_t index);
-    void SetMember(uint32_t index, Value value) { members_[index] = std::move(value); }
-
-    [[nodiscard]] const Traceable* AsTraceable() const override { return this; }
-    void Trace(Marker& marker) const override;
-    void DropReferences(std::vector<Value>& garbage) override;
-    void Print(Printer& printer, bool nested) const override;
-    [[nodiscard]] std::wstring ClassName() const override { return type_->body->name; }
-    bool GetProperty(Interpreter&, const std::wstring& name, Value& result) override;
-    bool SetProperty(Interpreter&, const std::wstring& name, const Value& value) override;
+    std::optional<Value> Call(Interpreter& interpreter, Arguments& arguments) override;
+    [[nodiscard]] std::shared_ptr<Frame> Home() const override { return home_.lock(); }
 
   private:
-    std::shared_ptr<StructType> type_;
-    std::vector<Value> members_; // functions: Unsupplied unless overwritten
-    MemoryShare share_;
+    std::shared_ptr<StructBody> body_;
+    std::weak_ptr<Frame> home_;
 };
 
-/// &x: something that can be read and written from elsewhere.
-class ReferenceObject : public Object {
+class StructInstance final : public Container {
   public:
-    virtual Value Read(Interpreter& interpreter) = 0;
-    virtual void Write(Interpreter& interpreter, const Value& value) = 0;
+    explicit StructInstance(std::shared_ptr<StructType> type);
+    ~StructInstance() override { Release(std::move(members)); }
+
+    /// A member; functions come bound to this instance.
+    [[nodiscard]] Value ReadMember(size_t index);
+    std::vector<Value> members; // functions: undefined
+
     void Print(Printer& printer, bool nested) const override;
-    [[nodiscard]] std::wstring ClassName() const override { return L"ValueRef"; }
+    [[nodiscard]] std::wstring ClassName() const override { return type_->Body().name; }
+    std::optional<Value> FindProperty(const std::wstring& name) override;
+    bool SetProperty(const std::wstring& name, const Value& value) override;
+    [[nodiscard]] std::shared_ptr<Frame> Home() const override { return type_->Home(); }
+
+  private:
+    std::vector<Value> TakeValues() override { return std::exchange(members, {}); }
+    [[nodiscard]] size_t FindMember(const std::wstring& name) const;
+
+    std::shared_ptr<StructType> type_;
+    MemoryShare share_;
 };
 
 /// A part of the host with named functions and properties, such as `systemTools`.
 class InterfaceObject final : public Object {
   public:
     struct Property {
-        std::function<Value(Interpreter&)> read;
-        std::function<void(Interpreter&, const Value&)> write; // empty: read-only
+        std::function<Value()> read;
+        std::function<void(const Value&)> write; // empty: read-only
     };
     explicit InterfaceObject(std::wstring name) : name_(std::move(name)) {}
 
-    InterfaceObject& Function(std::wstring_view name, int least, int most, Native native);
-    InterfaceObject& Add(std::wstring_view name, Property property);
-    InterfaceObject& Constant(std::wstring_view name, Value value);
+    void DefineFunction(std::wstring_view name, size_t least, size_t most, Native native);
+    void DefineProperty(std::wstring_view name, Property property);
+    void DefineConstant(std::wstring_view name, Value value);
 
     void Print(Printer& printer, bool nested) const override;
     [[nodiscard]] std::wstring ClassName() const override { return L"Interface"; }
-    bool GetProperty(Interpreter& interpreter, const std::wstring& name, Value& result) override;
-    bool SetProperty(Interpreter&, const std::wstring& name, const Value& value) override;
+    std::optional<Value> FindProperty(const std::wstring& name) override;
+    bool SetProperty(const std::wstring& name, const Value& value) override;
 
   private:
     std::wstring name_;
-    std::unordered_map<std::wstring, Property> properties_;
+    std::unordered_map<std::wstring, Property> properties_; // by lower-case name
 };
 
 } // namespace simhost::script

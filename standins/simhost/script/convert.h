@@ -3,7 +3,6 @@
 #include <string>
 
 #include "simhost/script/objects.h"
-#include "simhost/script/value.h"
 
 namespace simhost::script {
 
@@ -13,18 +12,18 @@ namespace simhost::script {
 [[nodiscard]] std::wstring QuotedText(const Value& value);
 /// What `classOf` prints.
 [[nodiscard]] std::wstring ClassNameOf(const Value& value);
+/// Whether `for` can walk it.
+[[nodiscard]] bool IsCollection(const Value& value);
 
 [[nodiscard]] bool ToBool(const Value& value);
-[[nodiscard]] int64_t ToWhole(const Value& value); // numbers and times, cut towards zero
-[[nodiscard]] int ToInt(const Value& value);       // within 32 bits
-[[nodiscard]] double ToReal(const Value& value);   // numbers and times
+[[nodiscard]] int64_t ToWhole(const Value& value); // numbers, cut towards zero
+[[nodiscard]] int64_t ToWhole(double real);        // the nearest of 64 bits; 0 for no number
+[[nodiscard]] int ToInt(const Value& value);       // the same within 32 bits
 [[nodiscard]] float ToFloat(const Value& value);
-[[nodiscard]] const std::wstring& ToString(const Value& value);
-/// A string that names a file.
-[[nodiscard]] const std::wstring& ToFileName(const Value& value);
+/// `type`: what the error calls a string that was wanted ("FileName").
+[[nodiscard]] const std::wstring& ToString(const Value& value, const wchar_t* type = L"String");
 /// A name, or a string used as one.
 [[nodiscard]] std::wstring ToNameText(const Value& value);
-[[nodiscard]] ArrayObject& ToArray(const Value& value);
 [[nodiscard]] VectorObject& ToVector(const Value& value, VectorKind kind);
 /// Position (from 0) that an index counted from 1 means. Throws below 1.
 [[nodiscard]] size_t ToPosition(const Value& index);

@@ -5,18 +5,17 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "simhost/script/value.h"
+#include "simhost/script/object.h"
 
 namespace simhost::script {
 
-class Interpreter;
-
-/// A global variable. Those with a `read` function are the host's own, such as `objects`.
+/// A global variable. Those with a `read` function are the host's own, such as `objects`: they
+/// cannot be assigned.
 struct Global {
     std::wstring name;
     Value value;
-    std::function<Value(Interpreter&)> read;
-    std::function<void(Interpreter&, const Value&)> write; // only beside `read`; empty: constant
+    std::shared_ptr<Frame> home; // that of the value: stays as long as a global function needs it
+    std::function<Value()> read;
 };
 
 /// Global variables by name, case ignored. A global never moves or goes away.
@@ -26,10 +25,8 @@ class GlobalTable {
     [[nodiscard]] Global* Find(std::wstring_view name) const;
     /// The global of that name, made (undefined) when there is none.
     Global& Declare(std::wstring_view name);
-
-    [[nodiscard]] const std::unordered_map<std::wstring, std::unique_ptr<Global>>& All() const {
-        return globals_;
-    }
+    /// Takes all values away.
+    void Clear();
 
   private:
     std::unordered_map<std::wstring, std::unique_ptr<Global>> globals_; // by lower-case name

@@ -1,13 +1,12 @@
 #include "simhost/script/heap.h"
 
 #include "simhost/script/error.h"
-#include "simhost/script/object.h"
 
 namespace simhost::script {
 namespace {
 
-std::vector<Traceable*>& AllTraceables() {
-    static auto& all = *new std::vector<Traceable*>; // outlives every static value
+std::vector<Container*>& AllContainers() {
+    static auto& all = *new std::vector<Container*>; // outlives every static value
     return all;
 }
 
@@ -19,59 +18,31 @@ void MemoryMeter::Add(size_t bytes) {
     live_ += bytes;
 }
 
-Traceable::Traceable() {
-    index_ = AllTraceables().size();
-    AllTraceables().push_back(this);
+Container::Container() : index_(AllContainers().size()) {
+    AllContainers().push_back(this);
 }
 
-Traceable::~Traceable() {
-    auto& all = AllTraceables();
+Container::~Container() {
+    auto& all = AllContainers();
     all.back()->index_ = index_;
     all[index_] = all.back();
     all.pop_back();
 }
 
-void Marker::Visit(const Value& value) {
-    if (value.AsObject())
-        Visit(value.AsObject()->AsTraceable());
+void Container::EmptyAll() {
+    std::vector<Value> taken;
+    for (Container* container : AllContainers())
+        for (Value& value : container->TakeValues())
+            taken.push_back(std::move(value));
+    Release(std::move(taken));
 }
 
-void Marker::Visit(const Traceable* traceable) {
-    if (traceable && !traceable->marked_) {
-        traceable->marked_ = true;
-        open_.push_back(traceable);
-    }
-}
-
-void Marker::Run() {
-    while (!open_.empty()) {
-        const Traceable* next = open_.back();
-        open_.pop_back();
-        next->Trace(*this);
-    }
-}
-
-void ClearUnreachable(const std::vector<Value>& roots) {
-    Marker marker;
-    for (const Value& root : roots)
-        marker.Visit(root);
-    marker.Run();
-    std::vector<Value> garbage;
-    for (Traceable* traceable : AllTraceables()) {
-        if (!traceable->marked_)
-            traceable->DropReferences(garbage);
-        traceable->marked_ = false;
-    }
-    ReleaseValues(std::move(garbage));
-}
-
-void ReleaseValues(std::vector<Value>&& values) noexcept {
+void Container::Release(std::vector<Value>&& values) noexcept {
     static auto& pending = *new std::vector<Value>; // outlives every static value
     static bool draining = false;
-    for (Value& value : values) {
+    for (Value& value : values)
         if (value.AsObject())
             pending.push_back(std::move(value));
-    }
     values.clear();
     if (draining)
         return;

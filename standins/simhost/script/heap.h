@@ -1,10 +1,10 @@
 #pragma once
-// Memory of script values: a meter with a limit, and the clearing of reference cycles, which
-// shared ownership alone would keep for ever.
+// Memory of script values: a meter with a limit, and the end of values that hold each other.
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
-#include "simhost/script/value.h"
+#include "simhost/script/object.h"
 
 namespace simhost::script {
 
@@ -42,45 +42,22 @@ class MemoryShare {
     size_t bytes_ = 0;
 };
 
-class Marker;
-
-/// What can hold references to other values, and so be part of a cycle.
-class Traceable {
+/// A value that holds others. Those that hold each other in circles stay as long as the engine.
+class Container : public Object {
   public:
-    Traceable();
-    virtual ~Traceable();
-    Traceable(const Traceable&) = delete;
-    Traceable& operator=(const Traceable&) = delete;
+    Container();
+    ~Container() override;
+    /// Empties all that are left.
+    static void EmptyAll();
 
-    virtual void Trace(Marker& marker) const = 0;
-    /// Moves every reference it holds into `garbage`; nothing may be destroyed meanwhile.
-    virtual void DropReferences(std::vector<Value>& garbage) = 0;
+  protected:
+    /// Destroys values one after the other where their destructors would call each other: a list
+    /// of a million lists inside each other must not use up the machine's stack.
+    static void Release(std::vector<Value>&& values) noexcept;
 
   private:
-    friend class Marker;
-    friend void ClearUnreachable(const std::vector<Value>& roots);
-    mutable bool marked_ = false;
-    size_t index_ = 0; // in the list of all
+    virtual std::vector<Value> TakeValues() = 0;
+    size_t index_; // in the list of all
 };
-
-/// Visits what is reachable, without recursion.
-class Marker {
-  public:
-    void Visit(const Value& value);
-    void Visit(const Traceable* traceable);
-
-  private:
-    friend void ClearUnreachable(const std::vector<Value>& roots);
-    void Run();
-    std::vector<const Traceable*> open_;
-};
-
-/// Clears every traceable object that no root leads to. To be called while no script runs:
-/// values that only the C++ stack holds count as unreachable.
-void ClearUnreachable(const std::vector<Value>& roots);
-
-/// Destroys values one after the other where their destructors would call each other: a list of a
-/// million lists inside each other must not use up the machine's stack.
-void ReleaseValues(std::vector<Value>&& values) noexcept;
 
 } // namespace simhost::script

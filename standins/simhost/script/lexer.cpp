@@ -1,7 +1,10 @@
 #include "simhost/script/lexer.h"
 
 #include <algorithm>
+#include <unordered_map>
 
+#include "simhost/script/limits.h"
+#include "simhost/script/number.h"
 #include "simhost/script/text.h"
 
 namespace simhost::script {
@@ -13,94 +16,112 @@ bool IsLineBreak(wchar_t unit) {
 
 // A "." after one of these, without a blank, names a property: it does not start a number.
 bool EndsOperand(Tok kind) {
-    switch (kind) {
-    case Tok::Number:
-    case Tok::Time:
-    case Tok::String:
-    case Tok::Verbatim:
-    case Tok::Name:
-    case Tok::Word:
-    case Tok::Path:
-    case Tok::Resource:
-    case Tok::RParen:
-    case Tok::RBracket:
-    case Tok::RBrace:
-    case Tok::Question:
-        return true;
-    default:
-        return false;
-    }
+    return (kind >= Tok::Number && kind <= Tok::Path) || kind == Tok::RParen ||
+           kind == Tok::RBracket;
 }
 
-struct Operator {
-    const wchar_t* text;
+// What stands first is tried first.
+constexpr struct {
+    std::wstring_view text;
     Tok kind;
-};
-
-constexpr Operator operators[] = {
+} operators[] = {
     {L"==", Tok::Equal},        {L"!=", Tok::NotEqual},    {L"<=", Tok::LessEqual},
     {L">=", Tok::GreaterEqual}, {L"+=", Tok::PlusAssign},  {L"-=", Tok::MinusAssign},
     {L"*=", Tok::StarAssign},   {L"/=", Tok::SlashAssign}, {L"::", Tok::DoubleColon},
-    {L"..", Tok::DotDot},       {L"(", Tok::LParen},       {L")", Tok::RParen},
-    {L"[", Tok::LBracket},      {L"]", Tok::RBracket},     {L"}", Tok::RBrace},
-    {L",", Tok::Comma},         {L":", Tok::Colon},        {L".", Tok::Dot},
-    {L"=", Tok::Assign},        {L"+", Tok::Plus},         {L"-", Tok::Minus},
-    {L"*", Tok::Star},          {L"/", Tok::Slash},        {L"^", Tok::Caret},
-    {L"<", Tok::Less},          {L">", Tok::Greater},      {L"&", Tok::Ampersand},
-    {L"?", Tok::Question},
+    {L"#(", Tok::HashParen},    {L"(", Tok::LParen},       {L")", Tok::RParen},
+    {L"[", Tok::LBracket},      {L"]", Tok::RBracket},     {L",", Tok::Comma},
+    {L":", Tok::Colon},         {L".", Tok::Dot},          {L"=", Tok::Assign},
+    {L"+", Tok::Plus},          {L"-", Tok::Minus},        {L"*", Tok::Star},
+    {L"/", Tok::Slash},         {L"^", Tok::Caret},        {L"<", Tok::Less},
+    {L">", Tok::Greater},
 };
+
+// Marks of the language that this engine does not take.
+constexpr struct {
+    std::wstring_view text;
+    const wchar_t* complaint;
+} refused[] = {
+    {L"#{", L"bit arrays are not supported"},
+    {L"&", L"references are not supported"},
+    {L"~", L"resource names are not supported"},
+    {L"?", L"the Listener's last result is not supported"},
+};
+
+Key KeyOf(std::wstring_view word) {
+    static const std::unordered_map<std::wstring, Key> keys = {
+        {L"and", Key::And},       {L"as", Key::As},
+        {L"by", Key::By},         {L"case", Key::Case},
+        {L"catch", Key::Catch},   {L"collect", Key::Collect},
+        {L"do", Key::Do},         {L"continue", Key::Continue},
+        {L"else", Key::Else},     {L"exit", Key::Exit},
+        {L"fn", Key::Fn},         {L"function", Key::Fn},
+        {L"for", Key::For},       {L"global", Key::Global},
+        {L"if", Key::If},         {L"in", Key::In},
+        {L"local", Key::Local},   {L"not", Key::Not},
+        {L"of", Key::Of},         {L"off", Key::Off},
+        {L"on", Key::On},         {L"or", Key::Or},
+        {L"return", Key::Return}, {L"struct", Key::Struct},
+        {L"then", Key::Then},     {L"to", Key::To},
+        {L"try", Key::Try},       {L"undo", Key::Undo},
+        {L"where", Key::Where},   {L"while", Key::While},
+        {L"with", Key::With},
+    };
+    const auto found = keys.find(Lower(word));
+    return found == keys.end() ? Key::None : found->second;
+}
 
 } // namespace
 
 TokenList::TokenList(std::wstring text) : text_(std::move(text)) {
-    if (text_.size() > maxScriptLength) {
+    if (text_.size() > longestScript) {
         text_.resize(1);
-        Bad(0, 1, L"the script is too long");
-        Add(Tok::End, 1, 1);
-        return;
+        AddBad(1, L"the script is too long");
+    } else {
+        ReadAll();
     }
-    Read();
+    Add(Tok::End, text_.size());
     MatchBrackets();
 }
 
-void TokenList::Read() {
+void TokenList::ReadAll() {
     while (SkipBlanks()) {
         const wchar_t unit = text_[at_];
-        const wchar_t next = At(at_ + 1);
-        const bool dotNumber =
-            unit == L'.' && IsDigit(next) &&
-            (blankBefore_ || tokens_.empty() || !EndsOperand(tokens_.back().kind));
-        if (unit == L';' || IsLineBreak(unit)) {
-            if (tokens_.empty() || tokens_.back().kind != Tok::Line)
-                Add(Tok::Line, at_, at_ + 1);
-            else
-                ++at_;
-            if (unit != L';')
-                NewLine(unit == L'\r' && next == L'\n' ? at_ + 1 : at_);
-        } else if (IsDigit(unit) || dotNumber) {
-            ReadNumber();
-        } else if (IsLetter(unit)) {
-            ReadWord();
-        } else if (unit == L'\'') {
-            ReadQuotedWord();
-        } else if (unit == L'"') {
-            ReadString();
-        } else if (unit == L'@' && next == L'"') {
-            ReadVerbatim();
-        } else if (unit == L'#') {
-            ReadHash();
-        } else if (unit == L'$') {
-            ReadPath();
-        } else if (unit == L'~') {
-            ReadResource();
-        } else {
-            ReadOperator();
+        if (unit != L';' && !IsLineBreak(unit)) {
+            ReadToken();
+            continue;
         }
+        if (tokens_.empty() || tokens_.back().kind != Tok::Line)
+            Add(Tok::Line, at_ + 1);
+        else
+            ++at_;
+        if (unit != L';')
+            StartLine(unit == L'\r' && At(at_) == L'\n' ? at_ + 1 : at_);
     }
-    Add(Tok::End, text_.size(), text_.size());
 }
 
-void TokenList::Add(Tok kind, size_t start, size_t end) {
+void TokenList::ReadToken() {
+    const wchar_t unit = text_[at_];
+    const wchar_t next = At(at_ + 1);
+    const bool dotNumber = unit == L'.' && IsDigit(next) &&
+                           (blankBefore_ || tokens_.empty() || !EndsOperand(tokens_.back().kind));
+    if (IsDigit(unit) || dotNumber)
+        ReadNumber();
+    else if (IsLetter(unit) || unit == L'\'')
+        ReadWord(Tok::Word, at_);
+    else if (unit == L'#' && (IsWordUnit(next) || next == L'\''))
+        ReadWord(Tok::Name, at_ + 1);
+    else if (unit == L'"')
+        ReadString();
+    else if (unit == L'@' && next == L'"')
+        ReadVerbatim();
+    else if (unit == L'$')
+        ReadPath();
+    else
+        ReadOperator();
+}
+
+void TokenList::Add(Tok kind, size_t end) {
+    const size_t start = std::min(at_, end);
     Token token;
     token.kind = kind;
     token.blankBefore = blankBefore_;
@@ -111,34 +132,29 @@ void TokenList::Add(Tok kind, size_t start, size_t end) {
     token.line = line_;
     token.column = static_cast<uint32_t>(start - lineStart_) + 1;
     tokens_.push_back(token);
-    blankBefore_ = false;
     // A token can span lines only as a string.
-    for (size_t i = start; i < end && kind != Tok::Line; ++i) {
-        if (text_[i] == L'\n' || (text_[i] == L'\r' && At(i + 1) != L'\n')) {
-            ++line_;
-            lineStart_ = i + 1;
-        }
-    }
+    for (size_t i = start; i < end && kind != Tok::Line; ++i)
+        if (text_[i] == L'\n' || (text_[i] == L'\r' && At(i + 1) != L'\n'))
+            StartLine(i + 1);
+    blankBefore_ = false;
     at_ = end;
 }
 
-void TokenList::Bad(size_t start, size_t end, const wchar_t* complaint) {
-    complaints_.emplace_back(static_cast<uint32_t>(start), complaint);
-    Add(Tok::Bad, start, end);
+void TokenList::AddBad(size_t end, const wchar_t* complaint) {
+    complaints_.emplace_back(static_cast<uint32_t>(at_), complaint);
+    Add(Tok::Bad, end);
 }
 
 const wchar_t* TokenList::Complaint(const Token& token) const {
-    const auto found = std::lower_bound(
-        complaints_.begin(), complaints_.end(), token.offset,
-        [](const auto& complaint, uint32_t offset) { return complaint.first < offset; });
-    return found != complaints_.end() && found->first == token.offset ? found->second
-                                                                      : L"unknown character";
+    const auto found = std::find_if(complaints_.begin(), complaints_.end(),
+                                    [&](const auto& c) { return c.first == token.offset; });
+    return found == complaints_.end() ? L"unknown character" : found->second;
 }
 
-void TokenList::NewLine(size_t next) {
-    at_ = next;
+void TokenList::StartLine(size_t at) {
+    at_ = at;
     ++line_;
-    lineStart_ = next;
+    lineStart_ = at;
     blankBefore_ = true;
 }
 
@@ -149,37 +165,29 @@ bool TokenList::SkipBlanks() {
         const wchar_t next = At(at_ + 1);
         if (IsBlank(unit)) {
             ++at_;
-            blankBefore_ = true;
         } else if (unit == L'-' && next == L'-') {
-            SkipLineComment();
+            at_ = EndOfLine(at_);
         } else if (unit == L'/' && next == L'*') {
-            if (!SkipBlockComment()) {
-                Bad(at_, text_.size(), L"comment without end");
+            if (!SkipBlockComment())
                 return false;
-            }
         } else if (unit != L'\\' || !JoinLines()) {
             return true;
         }
+        blankBefore_ = true;
     }
     return false;
 }
 
-void TokenList::SkipLineComment() {
-    while (at_ < text_.size() && !IsLineBreak(text_[at_]))
-        ++at_;
-    blankBefore_ = true;
-}
-
 bool TokenList::SkipBlockComment() {
     const size_t end = text_.find(L"*/", at_ + 2);
-    if (end == std::wstring::npos)
+    if (end == std::wstring::npos) {
+        AddBad(text_.size(), L"comment without end");
         return false;
-    for (size_t i = at_; i < end; ++i) {
-        if (text_[i] == L'\n' || (text_[i] == L'\r' && At(i + 1) != L'\n'))
-            NewLine(i + 1);
     }
+    for (size_t i = at_; i < end; ++i)
+        if (text_[i] == L'\n' || (text_[i] == L'\r' && At(i + 1) != L'\n'))
+            StartLine(i + 1);
     at_ = end + 2;
-    blankBefore_ = true;
     return true;
 }
 
@@ -188,17 +196,14 @@ bool TokenList::JoinLines() {
     size_t i = at_ + 1;
     while (i < text_.size() && IsBlank(text_[i]))
         ++i;
-    if (At(i) == L'-' && At(i + 1) == L'-') {
-        while (i < text_.size() && !IsLineBreak(text_[i]))
-            ++i;
-    }
+    if (At(i) == L'-' && At(i + 1) == L'-')
+        i = EndOfLine(i);
     if (i < text_.size() && !IsLineBreak(text_[i]))
         return false;
-    if (i >= text_.size()) {
+    if (i >= text_.size())
         at_ = i;
-        return true;
-    }
-    NewLine(text_[i] == L'\r' && At(i + 1) == L'\n' ? i + 2 : i + 1);
+    else
+        StartLine(text_[i] == L'\r' && At(i + 1) == L'\n' ? i + 2 : i + 1);
     return true;
 }
 
@@ -208,32 +213,34 @@ size_t TokenList::EndOfWord(size_t from) const {
     return from;
 }
 
+size_t TokenList::EndOfLine(size_t from) const {
+    return std::min(text_.find_first_of(L"\r\n", from), text_.size());
+}
+
 void TokenList::ReadNumber() {
-    const NumberSpan span = ScanNumber(text_, at_);
-    const size_t end = EndOfWord(span.end);
-    if (!span.wellFormed || end != span.end)
-        Bad(at_, end, L"malformed number");
+    const auto number = FindNumber(std::wstring_view(text_).substr(at_));
+    const size_t numberEnd = at_ + (number ? number->length : 1);
+    const size_t end = EndOfWord(numberEnd);
+    if (!number || end != numberEnd)
+        AddBad(end, L"malformed number");
     else
-        Add(span.isTime ? Tok::Time : Tok::Number, at_, span.end);
+        Add(Tok::Number, end);
 }
 
-void TokenList::ReadWord() {
-    const size_t end = EndOfWord(at_);
-    const Key key = FindKeyword(std::wstring_view(text_).substr(at_, end - at_));
-    Add(Tok::Word, at_, end);
-    tokens_.back().key = key;
-}
-
-void TokenList::ReadQuotedWord() {
-    size_t end = at_ + 1;
-    while (end < text_.size() && text_[end] != L'\'' && !IsLineBreak(text_[end]))
-        ++end;
-    if (At(end) != L'\'' || end == at_ + 1) {
-        Bad(at_, end, L"quoted name without end");
+// An identifier or a name, bare or in quotes; `from`: behind the name's mark.
+void TokenList::ReadWord(Tok kind, size_t from) {
+    if (At(from) != L'\'') {
+        const size_t end = EndOfWord(from);
+        Add(kind, end);
+        if (kind == Tok::Word)
+            tokens_.back().key = KeyOf(Text(tokens_.back()));
         return;
     }
-    Add(Tok::Word, at_, end + 1);
-    tokens_.back().quoted = true;
+    const size_t end = std::min(text_.find_first_of(L"'\r\n", from + 1), text_.size());
+    if (At(end) != L'\'' || end == from + 1)
+        AddBad(end, L"quoted name without end");
+    else
+        Add(kind, end + 1);
 }
 
 void TokenList::ReadString() {
@@ -241,84 +248,47 @@ void TokenList::ReadString() {
     while (end < text_.size() && text_[end] != L'"')
         end += text_[end] == L'\\' ? 2 : 1;
     if (end >= text_.size())
-        Bad(at_, text_.size(), L"string without end");
+        AddBad(text_.size(), L"string without end");
     else
-        Add(Tok::String, at_, end + 1);
+        Add(Tok::String, end + 1);
 }
 
 void TokenList::ReadVerbatim() {
     const size_t end = text_.find(L'"', at_ + 2);
     if (end == std::wstring::npos)
-        Bad(at_, text_.size(), L"string without end");
+        AddBad(text_.size(), L"string without end");
     else
-        Add(Tok::Verbatim, at_, end + 1);
+        Add(Tok::Verbatim, end + 1);
 }
 
-void TokenList::ReadHash() {
-    const wchar_t next = At(at_ + 1);
-    if (next == L'(' || next == L'{') {
-        Add(next == L'(' ? Tok::HashParen : Tok::HashBrace, at_, at_ + 2);
-        return;
-    }
-    if (next == L'\'') {
-        const size_t end = text_.find_first_of(L"'\r\n", at_ + 2);
-        if (end == std::wstring::npos || text_[end] != L'\'')
-            Bad(at_, std::min(end, text_.size()), L"quoted name without end");
-        else
-            Add(Tok::Name, at_, end + 1);
-        return;
-    }
-    const size_t end = EndOfWord(at_ + 1);
-    if (end == at_ + 1)
-        Bad(at_, end, L"name expected after #");
-    else
-        Add(Tok::Name, at_, end);
-}
-
-// $name, with wildcards, levels (/ and ...) and quoted parts. A single dot ends it: a property.
+// $name, with wildcards, or quoted. A dot ends it: a property.
 void TokenList::ReadPath() {
     size_t end = at_ + 1;
-    for (;;) {
-        const wchar_t unit = At(end);
-        const wchar_t next = At(end + 1);
-        if (IsWordUnit(unit) || unit == L'*' || unit == L'?') {
-            ++end;
-        } else if (unit == L'/' && (IsWordUnit(next) || next == L'*' || next == L'\'')) {
-            ++end;
-        } else if (unit == L'.' && next == L'.' && At(end + 2) == L'.') {
-            end += 3;
-        } else if (unit == L'\'') {
-            const size_t close = text_.find_first_of(L"'\r\n", end + 1);
-            if (close == std::wstring::npos || text_[close] != L'\'') {
-                Bad(at_, end, L"quoted name without end");
-                return;
-            }
-            end = close + 1;
-        } else {
-            break;
-        }
+    if (At(end) == L'\'') {
+        ReadWord(Tok::Path, end);
+        return;
     }
-    Add(Tok::Path, at_, end);
-}
-
-void TokenList::ReadResource() {
-    const size_t end = EndOfWord(at_ + 1);
-    if (end == at_ + 1 || At(end) != L'~')
-        Bad(at_, end, L"resource name without end");
+    while (IsWordUnit(At(end)) || At(end) == L'*' || At(end) == L'?')
+        ++end;
+    if (end == at_ + 1)
+        AddBad(end, L"the selection as $ is not supported");
     else
-        Add(Tok::Resource, at_, end + 1);
+        Add(Tok::Path, end);
 }
 
 void TokenList::ReadOperator() {
     const std::wstring_view rest = std::wstring_view(text_).substr(at_, 2);
-    for (const Operator& op : operators) {
-        const std::wstring_view spelling(op.text);
-        if (rest.starts_with(spelling)) {
-            Add(op.kind, at_, at_ + spelling.size());
+    for (const auto& op : operators)
+        if (rest.starts_with(op.text)) {
+            Add(op.kind, at_ + op.text.size());
             return;
         }
-    }
-    Bad(at_, at_ + 1, L"unknown character");
+    for (const auto& mark : refused)
+        if (rest.starts_with(mark.text)) {
+            AddBad(at_ + mark.text.size(), mark.complaint);
+            return;
+        }
+    AddBad(at_ + 1, L"unknown character");
 }
 
 // Lets the parser see over a bracketed part: `a [1]` indexes, `move a [1,2,3]` passes a point.
@@ -329,12 +299,10 @@ void TokenList::MatchBrackets() {
         case Tok::LParen:
         case Tok::LBracket:
         case Tok::HashParen:
-        case Tok::HashBrace:
             open.push_back(i);
             break;
         case Tok::RParen:
         case Tok::RBracket:
-        case Tok::RBrace:
             if (!open.empty()) {
                 tokens_[open.back()].partner = i;
                 open.pop_back();

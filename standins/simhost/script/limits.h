@@ -6,12 +6,16 @@ namespace simhost::script {
 
 /// Bounds of one run. They only have to stop runaway scripts; real ones stay far below.
 struct Limits {
-    uint64_t steps = 500'000'000;          // evaluated nodes, and units of work of functions
-    size_t liveBytes = size_t{512} << 20;  // strings, arrays and other script values
-    size_t stringUnits = size_t{16} << 20; // of one string
-    size_t arrayItems = size_t{4} << 20;   // of one array
-    int callDepth = 4000;                  // nested calls of script functions
+    uint64_t steps = 500'000'000;         // evaluated nodes, and units of work of functions
+    size_t liveBytes = size_t{512} << 20; // strings, arrays and other script values
+    int callDepth = 4000;                 // nested calls of script functions
 };
+
+/// Units of one string, items of one array.
+inline constexpr size_t longestString = size_t{16} << 20;
+inline constexpr size_t longestArray = size_t{4} << 20;
+/// Of a text that is taken as a script, in UTF-16 units.
+inline constexpr size_t longestScript = size_t{8} << 20;
 
 /// Brackets and other constructs inside each other in a script's text.
 inline constexpr int maxNesting = 400;

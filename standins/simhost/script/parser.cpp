@@ -1,6 +1,6 @@
 #include "simhost/script/parser.h"
 
-#include "simhost/script/text.h"
+#include <algorithm>
 
 namespace simhost::script {
 namespace {
@@ -24,37 +24,38 @@ std::optional<BinaryOp> CompareOp(Tok kind) {
     }
 }
 
+std::optional<BinaryOp> ArithmeticOp(Tok kind) {
+    switch (kind) {
+    case Tok::Plus:
+    case Tok::PlusAssign:
+        return BinaryOp::Add;
+    case Tok::Minus:
+    case Tok::MinusAssign:
+        return BinaryOp::Subtract;
+    case Tok::Star:
+    case Tok::StarAssign:
+        return BinaryOp::Multiply;
+    case Tok::Slash:
+    case Tok::SlashAssign:
+        return BinaryOp::Divide;
+    default:
+        return std::nullopt;
+    }
+}
+
 // The operators of the three levels that group from the left, loosest first.
 std::optional<BinaryOp> OpOfLevel(int level, Tok kind) {
     if (level == 0)
         return CompareOp(kind);
-    if (level == 1) {
-        if (kind == Tok::Plus)
-            return BinaryOp::Add;
-        return kind == Tok::Minus ? std::optional(BinaryOp::Subtract) : std::nullopt;
-    }
-    if (kind == Tok::Star)
-        return BinaryOp::Multiply;
-    return kind == Tok::Slash ? std::optional(BinaryOp::Divide) : std::nullopt;
-}
-
-bool IsAssignable(const Expr& expr) {
-    switch (expr.kind) {
-    case ExprKind::Variable:
-    case ExprKind::Property:
-    case ExprKind::Index:
-        return true;
-    case ExprKind::Unary:
-        return static_cast<const UnaryExpr&>(expr).op == UnaryOp::Dereference;
-    default:
-        return false;
-    }
+    const bool sum = kind == Tok::Plus || kind == Tok::Minus;
+    const bool product = kind == Tok::Star || kind == Tok::Slash;
+    return (level == 1 ? sum : product) ? ArithmeticOp(kind) : std::nullopt;
 }
 
 } // namespace
 
-Parser::Parser(const TokenList& tokens, int frameRate)
-    : list_(tokens), tokens_(tokens.Tokens()), frameRate_(frameRate) {}
+Parser::Parser(const TokenList& tokens, GlobalTable& globals)
+    : list_(tokens), tokens_(tokens.Tokens()), scopes_(globals) {}
 
 Parser::Level::Level(Parser& parser) : parser_(parser) {
     if (++parser.depth_ > maxNesting || parser.stack_.Exhausted()) {
@@ -68,6 +69,7 @@ ExprPtr Parser::Next() {
     if (PeekIs(Tok::End))
         return nullptr;
     nodes_ = 0;
+    scopes_.Reset();
     ExprPtr expr = ParseExpression();
     RequireSeparator();
     return expr;
@@ -113,14 +115,7 @@ void Parser::SkipLines() {
         ++at_;
 }
 
-size_t Parser::LinesAhead() const {
-    size_t ahead = 0;
-    while (Peek(ahead).kind == Tok::Line)
-        ++ahead;
-    return ahead;
-}
-
-// `else` and `catch` may stand on a line of their own.
+// `else`, `catch` and the like may stand on a line of their own.
 bool Parser::AcceptKeyAfterLines(Key key) {
     const size_t start = at_;
     SkipLines();
@@ -146,94 +141,33 @@ void Parser::Fail(const wchar_t* expected) const {
     Fail(Where(token), L"at " + found + L", expected " + expected);
 }
 
-std::wstring Parser::LowerText(const Token& token) const {
-    return Lower(list_.Text(token));
-}
-
 std::wstring Parser::TakeWord(const wchar_t* what) {
     if (!PeekIs(Tok::Word))
         Fail(what);
     return list_.WordValue(Take());
 }
 
-// Definitions begin with a reserved word and a name, and something that only a definition has
-// behind its name; else it is an ordinary word.
-bool Parser::IsDefinitionStart(size_t ahead) const {
-    switch (Peek(ahead).key) {
-    case Key::Rollout:
-    case Key::Utility:
-    case Key::RcMenu:
-    case Key::Tool:
-    case Key::Plugin:
-    case Key::MacroScript:
-    case Key::Attributes:
-        break;
-    default:
-        return false;
-    }
-    const Token& name = Peek(ahead + 1);
-    if (name.kind == Tok::String || name.kind == Tok::Verbatim)
-        return true;
-    if (name.kind != Tok::Word)
-        return false;
-    const Token& behind = Peek(ahead + 2);
-    switch (behind.kind) {
-    case Tok::LParen:
-    case Tok::String:
-    case Tok::Verbatim:
-    case Tok::Resource:
-        return true;
-    case Tok::Line: // the bracket or a keyword argument may begin the next line
-        return Peek(ahead + 3).kind == Tok::LParen || Peek(ahead + 4).kind == Tok::Colon;
-    case Tok::Word: // a plug-in's name, behind its kind
-        return Peek(ahead + 3).kind == Tok::Colon || Peek(ahead).key == Key::Plugin;
-    default:
-        return false;
-    }
+// The name of something that the script defines: no reserved word.
+std::wstring Parser::TakeNewName(const wchar_t* what) {
+    if (!PeekKey(Key::None))
+        Fail(what);
+    return TakeWord(what);
 }
 
-bool Parser::StartsStatement(const Token& token) const {
-    switch (token.key) {
-    case Key::If:
-    case Key::For:
-    case Key::While:
-    case Key::Do:
-    case Key::Try:
-    case Key::Case:
-    case Key::Local:
-    case Key::Global:
-    case Key::Persistent:
-    case Key::Fn:
-    case Key::Mapped:
-    case Key::Struct:
-    case Key::Return:
-    case Key::On:
-    case Key::With:
-    case Key::Undo:
-        return true;
-    default:
-        return IsDefinitionStart();
-    }
-}
-
-// Behind an expression: the end of its line, or the start of a statement that nothing could
-// confuse with a continuation. A `catch()` always needs the separator, a definition never.
 void Parser::RequireSeparator() {
-    if (PeekIs(Tok::Line) || PeekIs(Tok::End) || PeekIs(Tok::RParen))
-        return;
-    if (at_ == definitionEnd_ && PeekIs(Tok::Word))
-        return;
-    if (at_ == bareCatchEnd_ || !StartsStatement(Peek()))
+    if (!PeekIs(Tok::Line) && !PeekIs(Tok::End) && !PeekIs(Tok::RParen))
         Fail(L"end of expression");
+}
+
+ExprPtr Parser::ParseNext() {
+    SkipLines();
+    return ParseExpression();
 }
 
 ExprPtr Parser::ParseExpression() {
     const Level level(*this);
-    const Token& token = Peek();
-    if (token.kind == Tok::Word && token.key != Key::None) {
-        if (ExprPtr expr = ParseKeyword(token.key))
-            return expr;
-    }
+    if (ExprPtr expr = ParseKeyword(Peek().key))
+        return expr;
     return ParseAssignment();
 }
 
@@ -245,9 +179,9 @@ ExprPtr Parser::ParseKeyword(Key key) {
     case Key::For:
         return ParseFor();
     case Key::While:
-        return ParseWhile();
+        return ParseWhile(false);
     case Key::Do:
-        return ParseDo();
+        return ParseWhile(true);
     case Key::Case:
         return ParseCase();
     case Key::Try:
@@ -260,68 +194,39 @@ ExprPtr Parser::ParseKeyword(Key key) {
         return ParseJump(JumpKind::Continue);
     case Key::Local:
     case Key::Global:
-    case Key::Persistent:
         return ParseDeclaration();
     case Key::Fn:
-    case Key::Mapped:
         return ParseFunction();
     case Key::Struct:
         return ParseStruct();
     case Key::With:
     case Key::Undo:
-    case Key::Animate:
-    case Key::At:
-    case Key::In:
-    case Key::Coordsys:
-        return ParseContext();
-    case Key::About: // also a popular name for a dialog
-        return StartsOperand(1) ? ParseContext() : nullptr;
-    case Key::Set:
-        return Peek(1).kind == Tok::Word ? ParseSet() : nullptr;
-    case Key::When:
-        return ParseWhen();
-    case Key::Max:
-        return ParseMaxCommand();
+        return ParseUndo();
     default:
-        return IsDefinitionStart() ? ParseDefinition() : nullptr;
+        return nullptr;
     }
 }
 
 ExprPtr Parser::ParseAssignment() {
     ExprPtr target = ParseLogical(false);
-    std::optional<BinaryOp> op;
-    switch (Peek().kind) {
-    case Tok::Assign:
-        break;
-    case Tok::PlusAssign:
-        op = BinaryOp::Add;
-        break;
-    case Tok::MinusAssign:
-        op = BinaryOp::Subtract;
-        break;
-    case Tok::StarAssign:
-        op = BinaryOp::Multiply;
-        break;
-    case Tok::SlashAssign:
-        op = BinaryOp::Divide;
-        break;
-    default:
+    const Tok kind = Peek().kind;
+    if (kind < Tok::Assign || kind > Tok::SlashAssign)
         return target;
-    }
-    if (!IsAssignable(*target))
+    if (!target->IsPlace())
         Fail(L"end of expression");
+    const auto op = ArithmeticOp(kind);
     auto assign = New<AssignExpr>(Where(Take()));
     assign->target = std::move(target);
     assign->compound = op.has_value();
     assign->op = op.value_or(BinaryOp::Add);
-    SkipLines();
-    assign->value = ParseExpression();
+    assign->value = ParseNext();
     return assign;
 }
 
 ExprPtr Parser::ParseLogical(bool isAnd) {
     const Key key = isAnd ? Key::And : Key::Or;
-    ExprPtr first = isAnd ? ParseNot() : ParseLogical(true);
+    const auto operand = [&] { return isAnd ? ParseNot() : ParseLogical(true); };
+    ExprPtr first = operand();
     if (!PeekKey(key))
         return first;
     auto logical = New<LogicalExpr>(Where(Peek()));
@@ -329,7 +234,7 @@ ExprPtr Parser::ParseLogical(bool isAnd) {
     logical->operands.push_back(std::move(first));
     while (AcceptKey(key)) {
         SkipLines();
-        logical->operands.push_back(isAnd ? ParseNot() : ParseLogical(true));
+        logical->operands.push_back(operand());
     }
     return logical;
 }
@@ -338,17 +243,14 @@ ExprPtr Parser::ParseNot() {
     if (!PeekKey(Key::Not))
         return ParseChain(0);
     const Level level(*this);
-    auto negation = New<UnaryExpr>(Where(Take()));
-    negation->op = UnaryOp::Not;
+    auto negation = New<NotExpr>(Where(Take()));
     SkipLines();
     negation->operand = ParseNot();
     return negation;
 }
 
 ExprPtr Parser::ParseChain(int level) {
-    const auto operand = [this, level] {
-        return level == 2 ? ParsePower() : ParseChain(level + 1);
-    };
+    const auto operand = [&] { return level == 2 ? ParsePower() : ParseChain(level + 1); };
     ExprPtr first = operand();
     if (!OpOfLevel(level, Peek().kind))
         return first;

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,11 +15,13 @@ namespace simhost::script {
 /// expressions can run before a later one is even read.
 class Parser {
   public:
-    /// `tokens` must outlive the parser. The frame rate gives literals like `10f` their length.
-    explicit Parser(const TokenList& tokens, int frameRate = 30);
+    /// `tokens` and `globals` must outlive the parser.
+    Parser(const TokenList& tokens, GlobalTable& globals);
 
-    /// The next top-level expression; null at the end. Throws ScriptError (Syntax).
+    /// The next top-level expression; null at the end. Throws ScriptError (Syntax, Compile).
     [[nodiscard]] ExprPtr Next();
+    /// The number of variables of the expression that came last.
+    [[nodiscard]] uint32_t SlotCount() const { return scopes_.TopSlots(); }
 
   private:
     // parser.cpp: tokens
@@ -32,15 +35,12 @@ class Parser {
     void ExpectKey(Key key, const wchar_t* what);
     void SkipLines();
     bool AcceptKeyAfterLines(Key key);
-    [[nodiscard]] size_t LinesAhead() const;
     [[nodiscard]] static Position Where(const Token& token) { return {token.line, token.column}; }
     [[noreturn]] void Fail(const wchar_t* expected) const;
     [[noreturn]] static void Fail(Position where, std::wstring message);
     [[nodiscard]] std::wstring TakeWord(const wchar_t* what);
-    [[nodiscard]] std::wstring LowerText(const Token& token) const;
+    [[nodiscard]] std::wstring TakeNewName(const wchar_t* what);
     void RequireSeparator();
-    [[nodiscard]] bool StartsStatement(const Token& token) const;
-    [[nodiscard]] bool IsDefinitionStart(size_t ahead = 0) const;
 
     template <class T, class... Args>
     std::unique_ptr<T> New(Position where, Args&&... args) {
@@ -63,6 +63,8 @@ class Parser {
 
     // parser.cpp: operators
     ExprPtr ParseExpression();
+    /// The same behind line breaks.
+    ExprPtr ParseNext();
     ExprPtr ParseKeyword(Key key);
     ExprPtr ParseAssignment();
     ExprPtr ParseLogical(bool isAnd);
@@ -74,65 +76,46 @@ class Parser {
     // parser_operand.cpp
     ExprPtr ParseCall();
     ExprPtr ParseMinus(bool beforeCall);
-    void ParseArguments(CallExpr& call);
     [[nodiscard]] bool IsKeywordArgument() const;
     [[nodiscard]] bool StartsArgument() const;
-    [[nodiscard]] bool StartsOperand(size_t ahead) const;
     [[nodiscard]] bool IsCaseLabel() const;
-    void ParseKeywordArguments(std::vector<NamedExpr>& keywords, ExprList& arguments);
-    NamedExpr ParseKeywordArgument();
     ExprPtr ParseOperand();
     ExprPtr ParsePrimary();
     ExprPtr ParseWordOperand();
     ExprPtr ParseSuffixes(ExprPtr operand);
-    ExprPtr ParsePrefixed(UnaryOp op);
-    std::unique_ptr<BlockExpr> ParseBlock(bool handlers);
-    ExprPtr ParseArray();
-    ExprPtr ParseBitArray();
+    ExprPtr ParseBlock();
+    ExprList ParseList(Tok closing, const wchar_t* what);
     ExprPtr ParsePoint();
 
     // parser_control.cpp
     ExprPtr ParseIf();
     ExprPtr ParseFor();
-    ExprPtr ParseWhile();
-    ExprPtr ParseDo();
+    void ParseForHead(ForExpr& loop);
+    ExprPtr ParseWhile(bool bodyFirst);
     ExprPtr ParseCase();
     void ParseCaseItem(CaseExpr& result);
     ExprPtr ParseTry();
     ExprPtr ParseJump(JumpKind kind);
-    [[nodiscard]] bool EndsJump() const;
-    ExprPtr ParseContext();
-    void ParseContextHead(ContextExpr& context);
-    void ParseUndoHead(ContextExpr& context);
-    ExprPtr ParseCoordsys();
-    ExprPtr ParseSet();
-    ExprPtr ParseWhen();
-    ExprPtr ParseMaxCommand();
+    ExprPtr ParseUndo();
 
     // parser_definition.cpp
     ExprPtr ParseDeclaration();
-    std::shared_ptr<FunctionBody> ParseFunctionBody();
     ExprPtr ParseFunction();
+    std::shared_ptr<FunctionBody> ParseFunctionBody(std::wstring name);
     Parameter ParseParameter();
+    void InFunction(FunctionBody& function, const std::function<void()>& head);
     ExprPtr ParseStruct();
-    StructMember ParseStructMember();
-    ExprPtr ParseDefinition();
-    void ParseDefinitionHead(DefinitionExpr& definition);
-    void ParseMembers(DefinitionExpr& definition);
-    ExprPtr ParseMember(const std::wstring& type);
-    ExprPtr ParseItem(const std::wstring& owner);
-    NamedExpr ParseItemKeyword();
-    std::unique_ptr<HandlerExpr> ParseHandler();
+    void DeclareMembers();
+    StructBody::Member ParseStructMember();
 
     const TokenList& list_;
     const std::vector<Token>& tokens_;
-    int frameRate_;
+    Scopes scopes_;
     size_t at_ = 0;
     size_t nodes_ = 0;
     int depth_ = 0;
-    bool inCase_ = false;      // labels may follow on the same line
-    size_t bareCatchEnd_ = 0;  // token behind a `catch()`
-    size_t definitionEnd_ = 0; // token behind a struct or a definition of user interface
+    bool inCase_ = false;  // labels may follow on the same line
+    bool inCatch_ = false; // of this function
     StackGuard stack_;
 };
 

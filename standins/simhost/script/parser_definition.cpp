@@ -1,299 +1,125 @@
-// Declarations, functions, structs, and the definitions of user interface and plug-ins.
-#include "simhost/script/objects.h"
+// Declarations, functions and structs.
 #include "simhost/script/parser.h"
 #include "simhost/script/text.h"
 
 namespace simhost::script {
-namespace {
 
-bool IsHardKeyword(const Token& token) {
-    return token.key != Key::None && token.key != Key::About && !IsSoftKeyword(token.key);
-}
-
-} // namespace
-
-// local | global | persistent global, then names with or without values, or a definition.
+// local | global, then names with or without values.
 ExprPtr Parser::ParseDeclaration() {
     auto result = New<DeclareExpr>(Where(Peek()));
-    if (AcceptKey(Key::Persistent)) {
-        result->scope = DeclareScope::Persistent;
-        ExpectKey(Key::Global, L"global");
-    } else {
-        result->scope = Take().key == Key::Local ? DeclareScope::Local : DeclareScope::Global;
-    }
-    if (PeekKey(Key::Fn) || PeekKey(Key::Mapped) || PeekKey(Key::Struct) || IsDefinitionStart()) {
-        DeclareExpr::Item item;
-        item.where = Where(Peek());
-        ExprPtr value = ParseExpression();
-        if (value->kind == ExprKind::Function)
-            item.name = static_cast<FunctionExpr&>(*value).function->name;
-        else if (value->kind == ExprKind::Struct)
-            item.name = static_cast<StructExpr&>(*value).body->name;
-        else
-            item.name = static_cast<DefinitionExpr&>(*value).name;
-        item.value = std::move(value);
-        result->items.push_back(std::move(item));
-        return result;
-    }
+    const bool isLocal = Take().key == Key::Local;
     do {
         SkipLines();
-        if (IsHardKeyword(Peek()))
-            Fail(L"<name>");
-        DeclareExpr::Item item;
-        item.where = Where(Peek());
-        item.name = TakeWord(L"<name>");
-        if (Accept(Tok::Assign)) {
-            SkipLines();
-            item.value = ParseExpression();
-        }
-        result->items.push_back(std::move(item));
-        if (Peek(LinesAhead()).kind == Tok::Comma) // the comma may begin the next line
-            SkipLines();
+        const Position where = Where(Peek());
+        const std::wstring name = TakeNewName(L"<name>");
+        // The value may still use an outer variable of the same name.
+        ExprPtr value = Accept(Tok::Assign) ? ParseNext() : nullptr;
+        const Binding binding =
+            isLocal ? scopes_.DeclareLocal(name, where) : scopes_.DeclareGlobal(name);
+        result->items.emplace_back(binding, std::move(value));
     } while (Accept(Tok::Comma));
     return result;
 }
 
-std::shared_ptr<FunctionBody> Parser::ParseFunctionBody() {
-    const Level level(*this);
+ExprPtr Parser::ParseFunction() {
+    auto result = New<FunctionExpr>(Where(Take()));
+    std::wstring name = TakeNewName(L"function name");
+    result->binding = scopes_.Find(name, result->where, Scopes::Use::Define);
+    result->function = ParseFunctionBody(std::move(name));
+    return result;
+}
+
+// Behind the name: parameters, "=" and the body.
+std::shared_ptr<FunctionBody> Parser::ParseFunctionBody(std::wstring name) {
     auto function = std::make_shared<FunctionBody>();
-    function->where = Where(Peek());
-    function->mapped = AcceptKey(Key::Mapped);
-    ExpectKey(Key::Fn, L"function");
-    if (IsHardKeyword(Peek()))
-        Fail(L"function name");
-    function->name = TakeWord(L"function name");
-    for (SkipLines(); !Accept(Tok::Assign); SkipLines())
-        function->parameters.push_back(ParseParameter());
-    SkipLines();
-    const bool inCase = std::exchange(inCase_, false);
-    function->body = ParseExpression();
-    inCase_ = inCase;
+    function->name = std::move(name);
+    InFunction(*function, [&] {
+        for (SkipLines(); !Accept(Tok::Assign); SkipLines())
+            function->parameters.push_back(ParseParameter());
+    });
     return function;
 }
 
-// name | &name | name: | name:default
-Parameter Parser::ParseParameter() {
-    Parameter parameter;
-    parameter.byReference = Accept(Tok::Ampersand);
-    if (IsHardKeyword(Peek()) && Peek(1).kind != Tok::Colon)
-        Fail(L"parameter name or =");
-    parameter.name = TakeWord(L"parameter name or =");
-    if (!Accept(Tok::Colon))
-        return parameter;
-    parameter.keyword = true;
-    const bool nextIsKeyword = PeekIs(Tok::Word) && Peek(1).kind == Tok::Colon;
-    if (!PeekIs(Tok::Assign) && !PeekIs(Tok::Line) && !PeekIs(Tok::Ampersand) && !nextIsKeyword)
-        parameter.value = ParseOperand();
-    return parameter;
+// The body of a function, behind a head in the function's own scope.
+void Parser::InFunction(FunctionBody& function, const std::function<void()>& head) {
+    const bool inCase = std::exchange(inCase_, false);
+    const bool inCatch = std::exchange(inCatch_, false);
+    scopes_.BeginFunction();
+    head();
+    function.body = ParseNext();
+    function.slotCount = scopes_.EndFunction();
+    inCase_ = inCase;
+    inCatch_ = inCatch;
 }
 
-ExprPtr Parser::ParseFunction() {
-    auto result = New<FunctionExpr>(Where(Peek()));
-    result->function = ParseFunctionBody();
-    return result;
+// name | name: | name:default
+Parameter Parser::ParseParameter() {
+    constexpr const wchar_t* wanted = L"parameter name or =";
+    Parameter parameter;
+    const Position where = Where(Peek());
+    const bool isKeyword = Peek(1).kind == Tok::Colon;
+    const std::wstring name = isKeyword ? TakeWord(wanted) : TakeNewName(wanted);
+    if (isKeyword) {
+        Take();
+        parameter.keyword = Lower(name);
+        const bool nextIsKeyword = PeekIs(Tok::Word) && Peek(1).kind == Tok::Colon;
+        if (!PeekIs(Tok::Assign) && !PeekIs(Tok::Line) && !nextIsKeyword)
+            parameter.value = ParseOperand();
+    }
+    parameter.slot = scopes_.DeclareLocal(name, where).slot;
+    return parameter;
 }
 
 ExprPtr Parser::ParseStruct() {
     auto result = New<StructExpr>(Where(Take()));
     result->body = std::make_shared<StructBody>();
-    if (IsHardKeyword(Peek()))
-        Fail(L"struct name");
-    result->body->name = TakeWord(L"struct name");
+    result->body->name = TakeNewName(L"struct name");
+    result->binding = scopes_.Find(result->body->name, result->where, Scopes::Use::Define);
     SkipLines();
+    scopes_.BeginStruct();
+    DeclareMembers();
     Expect(Tok::LParen, L"(");
     SkipLines();
-    const bool inCase = std::exchange(inCase_, false);
-    bool isPrivate = false;
     if (!PeekIs(Tok::RParen)) {
         do {
             SkipLines();
-            for (;;) { // access words, alone on a line or before a member
-                const std::wstring word = LowerText(Peek());
-                const Tok next = Peek(1).kind;
-                if ((word != L"private" && word != L"public") || next == Tok::Assign ||
-                    next == Tok::Comma || next == Tok::RParen)
-                    break;
-                isPrivate = word == L"private";
-                Take();
-                SkipLines();
-            }
             result->body->members.push_back(ParseStructMember());
-            result->body->members.back().isPrivate = isPrivate;
             SkipLines();
         } while (Accept(Tok::Comma));
     }
     Expect(Tok::RParen, L", or )");
-    definitionEnd_ = at_;
-    inCase_ = inCase;
+    scopes_.EndBlock();
     return result;
 }
 
-StructMember Parser::ParseStructMember() {
-    StructMember member;
-    member.where = Where(Peek());
-    if (PeekKey(Key::Fn) || PeekKey(Key::Mapped)) {
-        member.function = ParseFunctionBody();
-        member.name = member.function->name;
-        return member;
+// Members see each other, also those that come behind them.
+void Parser::DeclareMembers() {
+    bool begins = true;
+    uint32_t index = 0;
+    for (size_t i = at_ + 1; PeekIs(Tok::LParen) && i < Peek().partner; ++i) {
+        const Token& token = tokens_[i];
+        if (token.partner != 0)
+            i = token.partner;
+        if (begins && token.kind == Tok::Word && token.key != Key::Fn) {
+            scopes_.DeclareMember(list_.WordValue(token), index++);
+            begins = false;
+        }
+        begins = begins || token.kind == Tok::Comma;
     }
-    if (PeekKey(Key::On) && Peek(1).kind == Tok::Word) {
-        auto handler = ParseHandler();
-        member.isEvent = true;
-        member.name = Lower(handler->words[0]);
+}
+
+// name | name = default | fn ..
+StructBody::Member Parser::ParseStructMember() {
+    StructBody::Member member;
+    member.isFunction = AcceptKey(Key::Fn);
+    member.name = TakeNewName(L"struct member");
+    if (member.isFunction) {
+        member.function = ParseFunctionBody(member.name);
+    } else if (Accept(Tok::Assign)) {
         member.function = std::make_shared<FunctionBody>();
-        member.function->where = member.where;
-        member.function->name = member.name;
-        member.function->body = std::move(handler->body);
-        return member;
-    }
-    if (IsDefinitionStart() || (PeekKey(Key::Struct) && Peek(1).kind == Tok::Word)) {
-        member.value = ParseExpression();
-        member.name = member.value->kind == ExprKind::Struct
-                          ? static_cast<StructExpr&>(*member.value).body->name
-                          : static_cast<DefinitionExpr&>(*member.value).name;
-        return member;
-    }
-    AcceptKey(Key::Local);
-    if (IsHardKeyword(Peek()))
-        Fail(L"struct member");
-    member.name = TakeWord(L"struct member");
-    if (Accept(Tok::Assign)) {
-        SkipLines();
-        member.value = ParseExpression();
+        InFunction(*member.function, [] {});
     }
     return member;
-}
-
-// rollout, utility, rcmenu, tool, plugin, macroScript, attributes, parameters, group, subMenu
-ExprPtr Parser::ParseDefinition() {
-    const Level level(*this);
-    auto definition = New<DefinitionExpr>(Where(Peek()));
-    definition->type = Lower(TakeWord(L"definition"));
-    ParseDefinitionHead(*definition);
-    const bool inCase = std::exchange(inCase_, false);
-    ParseMembers(*definition);
-    definitionEnd_ = at_;
-    inCase_ = inCase;
-    return definition;
-}
-
-void Parser::ParseDefinitionHead(DefinitionExpr& definition) {
-    if (definition.type == L"plugin")
-        definition.arguments.push_back(
-            New<LiteralExpr>(Where(Peek()), MakeName(TakeWord(L"plug-in superclass"))));
-    if (PeekIs(Tok::Word))
-        definition.name = list_.WordValue(Take());
-    else if (PeekIs(Tok::String) || PeekIs(Tok::Verbatim))
-        definition.name = list_.StringValue(Take());
-    for (SkipLines(); !PeekIs(Tok::LParen); SkipLines()) {
-        if (PeekIs(Tok::Word) && Peek(1).kind == Tok::Colon)
-            definition.keywords.push_back(ParseKeywordArgument());
-        else if (StartsArgument())
-            definition.arguments.push_back(ParseOperand());
-        else
-            Fail(L"(");
-    }
-}
-
-void Parser::ParseMembers(DefinitionExpr& definition) {
-    Expect(Tok::LParen, L"(");
-    for (SkipLines(); !PeekIs(Tok::RParen); SkipLines()) {
-        definition.members.push_back(ParseMember(definition.type));
-        // Members need no separator: each begins with a word of its own.
-        if (definition.type == L"macroscript")
-            RequireSeparator();
-    }
-    Take();
-}
-
-ExprPtr Parser::ParseMember(const std::wstring& type) {
-    const Token& token = Peek();
-    if (token.key == Key::On && Peek(1).kind == Tok::Word)
-        return ParseHandler();
-    if (type == L"macroscript")
-        return ParseExpression();
-    switch (token.key) {
-    case Key::Local:
-    case Key::Global:
-    case Key::Persistent:
-    case Key::Fn:
-    case Key::Mapped:
-    case Key::Struct:
-        return ParseExpression();
-    case Key::Parameters:
-        if (type == L"plugin" || type == L"attributes")
-            return ParseDefinition();
-        break;
-    default:
-        break;
-    }
-    if (IsDefinitionStart())
-        return ParseDefinition();
-    const std::wstring word = LowerText(token);
-    const Tok next = Peek(1).kind;
-    if ((word == L"group" || word == L"submenu") && (next == Tok::String || next == Tok::Resource ||
-                                                     next == Tok::Verbatim || next == Tok::LParen))
-        return ParseDefinition();
-    if (word == L"include" && next == Tok::String)
-        return ParseCall();
-    return ParseItem(type);
-}
-
-// <type> <name> ["caption"] [key:value..]; a parameter block's entry has no type. Keyword
-// arguments may go on over the next lines.
-ExprPtr Parser::ParseItem(const std::wstring& owner) {
-    auto item = New<ItemExpr>(Where(Peek()));
-    if (PeekIs(Tok::Word) && IsHardKeyword(Peek()))
-        Fail(L"<item>");
-    item->type = TakeWord(L"<item>");
-    if (owner == L"parameters") {
-        item->name = item->type;
-    } else if (PeekIs(Tok::Word) && Peek(1).kind != Tok::Colon) {
-        item->name = list_.WordValue(Take());
-    } else if (!PeekIs(Tok::String) && Lower(item->type) != L"separator") {
-        Fail(L"<name>");
-    }
-    for (;;) {
-        const size_t start = at_;
-        SkipLines();
-        if (PeekIs(Tok::Word) && Peek(1).kind == Tok::Colon) {
-            item->keywords.push_back(ParseItemKeyword());
-            continue;
-        }
-        at_ = start;
-        if (!StartsArgument() || PeekIs(Tok::Word))
-            break;
-        item->arguments.push_back(ParseOperand());
-    }
-    if (!PeekIs(Tok::Line) && !PeekIs(Tok::RParen) && !PeekIs(Tok::Word))
-        Fail(L"end of item");
-    return item;
-}
-
-// key:value, or key:(control, control, ..) for a parameter with several controls.
-NamedExpr Parser::ParseItemKeyword() {
-    if (Peek(2).kind != Tok::LParen || !Peek(2).hasComma)
-        return ParseKeywordArgument();
-    NamedExpr argument;
-    argument.name = list_.WordValue(Take());
-    Take();
-    argument.value = ParseArray();
-    return argument;
-}
-
-// on <words> do expr | on <words> return expr
-std::unique_ptr<HandlerExpr> Parser::ParseHandler() {
-    const Level level(*this);
-    auto handler = New<HandlerExpr>(Where(Take()));
-    while (!AcceptKeyAfterLines(Key::Do) && !AcceptKeyAfterLines(Key::Return))
-        handler->words.push_back(TakeWord(L"do"));
-    if (handler->words.empty())
-        Fail(L"event name");
-    SkipLines();
-    const bool inCase = std::exchange(inCase_, false);
-    handler->body = ParseExpression();
-    inCase_ = inCase;
-    return handler;
 }
 
 } // namespace simhost::script

@@ -1,55 +1,23 @@
 // Operands and calls: where a newline or a blank changes what a script means.
 #include "simhost/script/number.h"
 #include "simhost/script/objects.h"
+#include "simhost/script/operators.h"
 #include "simhost/script/parser.h"
 #include "simhost/script/text.h"
 
 namespace simhost::script {
 
-namespace {
-
-bool IsEmptyBlock(const Expr& expr) {
-    return expr.kind == ExprKind::Block && static_cast<const BlockExpr&>(expr).items.empty();
-}
-
-// A number literal with its sign turned; undefined for anything else.
-Value Negated(const Value& value) {
-    switch (value.GetType()) {
-    case Type::Integer:
-        return Value::Integer(static_cast<int32_t>(-value.AsWhole()));
-    case Type::Integer64:
-        if (value.AsWhole() == int64_t{1} << 31)
-            return Value::Integer(INT32_MIN);
-        return Value::Integer64(static_cast<int64_t>(0 - static_cast<uint64_t>(value.AsWhole())));
-    case Type::IntegerPtr:
-        return Value::IntegerPtr(static_cast<int64_t>(0 - static_cast<uint64_t>(value.AsWhole())));
-    case Type::Float:
-        return Value::Float(static_cast<float>(-value.AsReal()));
-    case Type::Double:
-        return Value::Double(-value.AsReal());
-    case Type::Time:
-        return Value::Time(-value.AsReal());
-    default:
-        return {};
-    }
-}
-
-} // namespace
-
 // Before a call's name the minus takes the call, among arguments just the operand.
 ExprPtr Parser::ParseMinus(bool beforeCall) {
     const Level level(*this);
-    auto minus = New<UnaryExpr>(Where(Take()));
+    auto minus = New<MinusExpr>(Where(Take()));
     SkipLines();
-    ExprPtr operand = beforeCall ? ParseCall() : ParseOperand();
-    if (operand->kind == ExprKind::Literal) {
-        auto& literal = static_cast<LiteralExpr&>(*operand);
-        if (Value negated = Negated(literal.value); !negated.IsUndefined()) {
-            literal.value = std::move(negated);
-            return operand;
-        }
+    minus->operand = beforeCall ? ParseCall() : ParseOperand();
+    if (auto* literal = dynamic_cast<LiteralExpr*>(minus->operand.get());
+        literal && literal->value.IsNumber()) {
+        literal->value = Negate(literal->value);
+        return std::move(minus->operand);
     }
-    minus->operand = std::move(operand);
     return minus;
 }
 
@@ -61,26 +29,30 @@ ExprPtr Parser::ParseCall() {
     if (!IsKeywordArgument() && !StartsArgument())
         return callee;
     auto call = New<CallExpr>(callee->where);
-    call->callee = std::move(callee);
-    ParseArguments(*call);
-    return call;
-}
-
-void Parser::ParseArguments(CallExpr& call) {
-    ParseKeywordArguments(call.keywords, call.arguments);
-    if (call.arguments.size() == 1 && IsEmptyBlock(*call.arguments[0]))
-        call.arguments.clear();
-}
-
-void Parser::ParseKeywordArguments(std::vector<NamedExpr>& keywords, ExprList& arguments) {
     for (;;) {
-        if (IsKeywordArgument())
-            keywords.push_back(ParseKeywordArgument());
-        else if (StartsArgument())
-            arguments.push_back(ParseOperand());
-        else
-            return;
+        if (IsKeywordArgument()) {
+            std::wstring name = Lower(TakeWord(L"<name>"));
+            Take();
+            SkipLines();
+            call->keywords.emplace_back(std::move(name), ParseOperand());
+        } else if (StartsArgument()) {
+            call->arguments.push_back(ParseOperand());
+        } else {
+            break;
+        }
     }
+    const auto* variable = dynamic_cast<const VariableExpr*>(callee.get());
+    const auto* block = dynamic_cast<const BlockExpr*>(
+        call->arguments.size() == 1 ? call->arguments[0].get() : nullptr);
+    if (block && block->items.empty())
+        call->arguments.clear();
+    if (inCatch_ && !call->arguments.empty() && variable && EqualNoCase(variable->name, L"throw"))
+        throw ScriptError(
+            ScriptError::Kind::Compile,
+            L"Compile error: only throws without arguments are permitted in catch expressions",
+            call->where);
+    call->callee = std::move(callee);
+    return call;
 }
 
 // `name:`. Between labels of `case`, nothing may stand between the two.
@@ -89,15 +61,6 @@ bool Parser::IsKeywordArgument() const {
     if (!PeekIs(Tok::Word) || colon.kind != Tok::Colon)
         return false;
     return !(inCase_ && (colon.blankBefore || IsCaseLabel()));
-}
-
-NamedExpr Parser::ParseKeywordArgument() {
-    NamedExpr argument;
-    argument.name = list_.WordValue(Take());
-    Take();
-    SkipLines();
-    argument.value = ParseOperand();
-    return argument;
 }
 
 // Inside `case`, a literal with a colon behind it begins the next item.
@@ -112,8 +75,8 @@ bool Parser::IsCaseLabel() const {
     case Tok::Minus:
         return Peek(1).kind == Tok::Number && Peek(2).kind == Tok::Colon;
     case Tok::Word:
-        return Peek(1).kind == Tok::Colon &&
-               (LowerText(token) == L"default" || token.key == Key::On || token.key == Key::Off);
+        return Peek(1).kind == Tok::Colon && (EqualNoCase(list_.Text(token), L"default") ||
+                                              token.key == Key::On || token.key == Key::Off);
     case Tok::LParen:
         return token.partner != 0 && tokens_[token.partner + 1].kind == Tok::Colon;
     default:
@@ -122,74 +85,31 @@ bool Parser::IsCaseLabel() const {
 }
 
 bool Parser::StartsArgument() const {
-    return !(inCase_ && IsCaseLabel()) && StartsOperand(0);
-}
-
-bool Parser::StartsOperand(size_t ahead) const {
-    const Token& token = Peek(ahead);
+    const Token& token = Peek();
+    if (inCase_ && IsCaseLabel())
+        return false;
     switch (token.kind) {
     case Tok::Number:
-    case Tok::Time:
     case Tok::String:
     case Tok::Verbatim:
     case Tok::Name:
     case Tok::Path:
-    case Tok::Resource:
     case Tok::LParen:
     case Tok::HashParen:
-    case Tok::HashBrace:
     case Tok::LBracket: // a point; an index was taken with the operand before it
     case Tok::DoubleColon:
-    case Tok::Ampersand:
-    case Tok::Question:
         return true;
     case Tok::Minus:
         return token.blankBefore && !token.blankAfter;
     case Tok::Word:
-        break;
+        return token.key == Key::None || token.key == Key::On || token.key == Key::Off;
     default:
         return false;
-    }
-    switch (token.key) {
-    case Key::None:
-    case Key::On:
-    case Key::Off:
-    case Key::About:
-        return true;
-    case Key::Rollout:
-    case Key::MacroScript:
-        return !IsDefinitionStart(ahead);
-    default:
-        return IsSoftKeyword(token.key) && !IsDefinitionStart(ahead);
     }
 }
 
 ExprPtr Parser::ParseOperand() {
-    switch (Peek().kind) {
-    case Tok::Minus:
-        return ParseMinus(false);
-    case Tok::Ampersand:
-        return ParsePrefixed(UnaryOp::Reference);
-    case Tok::Star:
-        // A product cannot go on in the next line.
-        if (Peek().blankAfter)
-            Fail(L"<factor>");
-        return ParsePrefixed(UnaryOp::Dereference);
-    default:
-        return ParseSuffixes(ParsePrimary());
-    }
-}
-
-ExprPtr Parser::ParsePrefixed(UnaryOp op) {
-    const Level level(*this);
-    auto prefixed = New<UnaryExpr>(Where(Take()));
-    prefixed->op = op;
-    prefixed->operand = ParseOperand();
-    const ExprKind kind = prefixed->operand->kind;
-    if (op == UnaryOp::Reference && kind != ExprKind::Variable && kind != ExprKind::Property &&
-        kind != ExprKind::Index && kind != ExprKind::Path)
-        Fail(prefixed->where, L"& needs a variable, a property or an index");
-    return prefixed;
+    return PeekIs(Tok::Minus) ? ParseMinus(false) : ParseSuffixes(ParsePrimary());
 }
 
 ExprPtr Parser::ParsePrimary() {
@@ -197,9 +117,7 @@ ExprPtr Parser::ParsePrimary() {
     const Position where = Where(token);
     switch (token.kind) {
     case Tok::Number:
-        return New<LiteralExpr>(where, NumberLiteral(list_.Text(Take())));
-    case Tok::Time:
-        return New<LiteralExpr>(where, TimeLiteral(list_.Text(Take()), frameRate_));
+        return New<LiteralExpr>(where, FindNumber(list_.Text(Take()))->value);
     case Tok::String:
     case Tok::Verbatim:
         return New<LiteralExpr>(where, MakeString(list_.StringValue(Take())));
@@ -207,31 +125,21 @@ ExprPtr Parser::ParsePrimary() {
         return New<LiteralExpr>(where, MakeName(list_.WordValue(Take())));
     case Tok::Word:
         return ParseWordOperand();
-    case Tok::Path: {
-        auto path = New<PathExpr>(where);
-        path->pattern = list_.Text(Take()).substr(1);
-        return path;
-    }
+    case Tok::Path:
+        return New<PathExpr>(where, list_.WordValue(Take()));
     case Tok::LParen:
-        return ParseBlock(false);
-    case Tok::HashParen:
-        return ParseArray();
-    case Tok::HashBrace:
-        return ParseBitArray();
+        return ParseBlock();
+    case Tok::HashParen: {
+        auto array = New<ArrayExpr>(where);
+        array->items = ParseList(Tok::RParen, L", or )");
+        return array;
+    }
     case Tok::LBracket:
         return ParsePoint();
     case Tok::DoubleColon: {
         Take();
-        auto variable = New<VariableExpr>(where);
-        variable->global = true;
-        variable->name = TakeWord(L"name");
-        return variable;
-    }
-    case Tok::Resource:
-    case Tok::Question: {
-        auto unsupported = New<UnsupportedExpr>(where);
-        unsupported->what = list_.Text(Take());
-        return unsupported;
+        const std::wstring name = TakeWord(L"name");
+        return New<VariableExpr>(where, name, scopes_.FindGlobal(name));
     }
     default:
         Fail(L"<factor>");
@@ -241,24 +149,12 @@ ExprPtr Parser::ParsePrimary() {
 ExprPtr Parser::ParseWordOperand() {
     const Token& token = Peek();
     const Position where = Where(token);
-    switch (token.key) {
-    case Key::On:
-    case Key::Off:
-        Take();
+    if (AcceptKey(Key::On) || AcceptKey(Key::Off))
         return New<LiteralExpr>(where, Value::Bool(token.key == Key::On));
-    case Key::None:
-    case Key::Throw:
-    case Key::About:
-    case Key::Rollout:
-    case Key::MacroScript:
-        break;
-    default:
-        if (!IsSoftKeyword(token.key))
-            Fail(L"<factor>");
-    }
-    auto variable = New<VariableExpr>(where);
-    variable->name = list_.WordValue(Take());
-    return variable;
+    std::wstring name = TakeNewName(L"<factor>");
+    const Scopes::Use use = PeekIs(Tok::Assign) ? Scopes::Use::Assign : Scopes::Use::Read;
+    const Binding binding = scopes_.Find(name, where, use);
+    return New<VariableExpr>(where, std::move(name), binding);
 }
 
 // .name and [index], as many as there are. `[a,b]` is no index but the next argument.
@@ -275,9 +171,8 @@ ExprPtr Parser::ParseSuffixes(ExprPtr operand) {
         } else if (PeekIs(Tok::LBracket) && !Peek().hasComma) {
             auto index = New<IndexExpr>(Where(Take()));
             index->object = std::move(operand);
-            SkipLines();
             const bool inCase = std::exchange(inCase_, false);
-            index->index = ParseExpression();
+            index->index = ParseNext();
             inCase_ = inCase;
             SkipLines();
             Expect(Tok::RBracket, L"]");
@@ -288,72 +183,42 @@ ExprPtr Parser::ParseSuffixes(ExprPtr operand) {
     }
 }
 
-std::unique_ptr<BlockExpr> Parser::ParseBlock(bool handlers) {
-    auto block = New<BlockExpr>(Where(Peek()));
-    Expect(Tok::LParen, L"(");
+ExprPtr Parser::ParseBlock() {
+    auto block = New<BlockExpr>(Where(Take()));
     const bool inCase = std::exchange(inCase_, false);
+    scopes_.BeginBlock();
     for (SkipLines(); !PeekIs(Tok::RParen); SkipLines()) {
-        const bool isHandler = handlers && PeekKey(Key::On) && Peek(1).kind == Tok::Word;
-        block->items.push_back(isHandler ? ParseHandler() : ParseExpression());
+        block->items.push_back(ParseExpression());
         RequireSeparator();
     }
     Take();
+    block->slots = scopes_.EndBlock();
     inCase_ = inCase;
     return block;
 }
 
-ExprPtr Parser::ParseArray() {
-    auto array = New<ListExpr>(Where(Peek()), ExprKind::Array);
+// Expressions with commas between them, and the brackets around them.
+ExprList Parser::ParseList(Tok closing, const wchar_t* what) {
     Take();
+    ExprList items;
     const bool inCase = std::exchange(inCase_, false);
     SkipLines();
-    if (!PeekIs(Tok::RParen)) {
+    if (!PeekIs(closing)) {
         do {
-            SkipLines();
-            array->items.push_back(ParseExpression());
+            items.push_back(ParseNext());
             SkipLines();
         } while (Accept(Tok::Comma));
     }
-    Expect(Tok::RParen, L", or )");
+    Expect(closing, what);
     inCase_ = inCase;
-    return array;
-}
-
-ExprPtr Parser::ParseBitArray() {
-    auto bits = New<BitArrayExpr>(Where(Take()));
-    const bool inCase = std::exchange(inCase_, false);
-    SkipLines();
-    if (!PeekIs(Tok::RBrace)) {
-        do {
-            SkipLines();
-            ExprPtr from = ParseExpression();
-            SkipLines();
-            ExprPtr to;
-            if (Accept(Tok::DotDot)) {
-                SkipLines();
-                to = ParseExpression();
-                SkipLines();
-            }
-            bits->ranges.emplace_back(std::move(from), std::move(to));
-        } while (Accept(Tok::Comma));
-    }
-    Expect(Tok::RBrace, L", or }");
-    inCase_ = inCase;
-    return bits;
+    return items;
 }
 
 ExprPtr Parser::ParsePoint() {
-    auto point = New<ListExpr>(Where(Take()), ExprKind::Point);
-    const bool inCase = std::exchange(inCase_, false);
-    do {
-        SkipLines();
-        point->items.push_back(ParseExpression());
-        SkipLines();
-    } while (point->items.size() < 4 && Accept(Tok::Comma));
-    if (point->items.size() < 2)
-        Fail(L",");
-    Expect(Tok::RBracket, L"]");
-    inCase_ = inCase;
+    auto point = New<PointExpr>(Where(Peek()));
+    point->items = ParseList(Tok::RBracket, L", or ]");
+    if (point->items.size() < 2 || point->items.size() > 4)
+        Fail(point->where, L"a point has two to four components");
     return point;
 }
 

@@ -127,43 +127,4 @@ int HexDigit(wchar_t unit) {
     return lower >= L'a' && lower <= L'f' ? static_cast<int>(lower - L'a') + 10 : -1;
 }
 
-std::wstring Widen(std::string_view ascii) {
-    return {ascii.begin(), ascii.end()};
-}
-
-std::string ToUtf8(std::wstring_view text) {
-    std::string bytes;
-    bytes.reserve(text.size());
-    for (size_t i = 0; i < text.size(); ++i) {
-        auto code = static_cast<uint32_t>(text[i]);
-        if (code >= 0xD800 && code <= 0xDBFF && i + 1 < text.size()) {
-            const auto low = static_cast<uint32_t>(text[i + 1]);
-            if (low >= 0xDC00 && low <= 0xDFFF) {
-                code = 0x10000 + ((code - 0xD800) << 10) + (low - 0xDC00);
-                ++i;
-            }
-        }
-        if (code >= 0xD800 && code <= 0xDFFF)
-            code = 0xFFFD;
-        const auto put = [&bytes](uint32_t byte) { bytes.push_back(static_cast<char>(byte)); };
-        if (code < 0x80) {
-            put(code);
-            continue;
-        }
-        if (code < 0x800) {
-            put(0xC0 | (code >> 6));
-        } else {
-            if (code < 0x10000) {
-                put(0xE0 | (code >> 12));
-            } else {
-                put(0xF0 | (code >> 18));
-                put(0x80 | ((code >> 12) & 0x3F));
-            }
-            put(0x80 | ((code >> 6) & 0x3F));
-        }
-        put(0x80 | (code & 0x3F));
-    }
-    return bytes;
-}
-
 } // namespace simhost::script

@@ -26,9 +26,4 @@ namespace simhost::script {
 /// -1 for anything that is no hexadecimal digit.
 [[nodiscard]] int HexDigit(wchar_t unit);
 
-/// ASCII text as UTF-16.
-[[nodiscard]] std::wstring Widen(std::string_view ascii);
-[[nodiscard]] std::string ToUtf8(std::wstring_view text);
-[[nodiscard]] std::wstring FromUtf8(std::string_view bytes);
-
 } // namespace simhost::script

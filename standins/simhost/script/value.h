@@ -19,31 +19,33 @@ enum class Type : uint8_t {
     Integer64,  // prints with L
     IntegerPtr, // prints with P
     Float,      // 32 bits
-    Double,
-    Time, // in ticks, 4800 a second
     Object,
 };
-
-inline constexpr int ticksPerSecond = 4800;
 
 /// A script's value: small ones inline, all others shared by reference as the language asks.
 class Value {
   public:
-    Value() : integer_(0) {}
+    Value() : whole_(0) {}
     Value(ObjectRef object) // NOLINT: every object is a value
-        : type_(object ? Type::Object : Type::Undefined), integer_(0), object_(std::move(object)) {}
+        : type_(object ? Type::Object : Type::Undefined), whole_(0), object_(std::move(object)) {}
 
-    static Value Undefined() { return {}; }
-    static Value Unsupplied() { return Value(Type::Unsupplied, int64_t{0}); }
-    static Value Ok() { return Value(Type::Ok, int64_t{0}); }
-    static Value DontCollect() { return Value(Type::DontCollect, int64_t{0}); }
-    static Value Bool(bool value) { return Value(Type::Boolean, int64_t{value}); }
-    static Value Integer(int32_t value) { return Value(Type::Integer, int64_t{value}); }
-    static Value Integer64(int64_t value) { return Value(Type::Integer64, value); }
-    static Value IntegerPtr(int64_t value) { return Value(Type::IntegerPtr, value); }
-    static Value Float(float value) { return Value(Type::Float, static_cast<double>(value)); }
-    static Value Double(double value) { return Value(Type::Double, value); }
-    static Value Time(double ticks) { return Value(Type::Time, ticks); }
+    static Value Unsupplied() { return {Type::Unsupplied, 0}; }
+    static Value Ok() { return {Type::Ok, 0}; }
+    static Value DontCollect() { return {Type::DontCollect, 0}; }
+    static Value Bool(bool value) { return {Type::Boolean, value}; }
+    static Value Integer(int32_t value) { return {Type::Integer, value}; }
+    static Value Count(size_t count) { return Integer(static_cast<int32_t>(count)); }
+    static Value Integer64(int64_t value) { return {Type::Integer64, value}; }
+    static Value IntegerPtr(int64_t value) { return {Type::IntegerPtr, value}; }
+    /// `type`: one of the whole ones. What does not fit wraps around, as the host's numbers do.
+    static Value Whole(Type type, int64_t value) {
+        return {type, type == Type::Integer ? static_cast<int32_t>(value) : value};
+    }
+    static Value Float(float value) {
+        Value made(Type::Float, 0);
+        made.real_ = value;
+        return made;
+    }
 
     [[nodiscard]] Type GetType() const { return type_; }
     [[nodiscard]] bool Is(Type type) const { return type_ == type; }
@@ -51,14 +53,13 @@ class Value {
     [[nodiscard]] bool IsWhole() const {
         return type_ == Type::Integer || type_ == Type::Integer64 || type_ == Type::IntegerPtr;
     }
-    [[nodiscard]] bool IsReal() const { return type_ == Type::Float || type_ == Type::Double; }
-    [[nodiscard]] bool IsNumber() const { return IsWhole() || IsReal(); }
+    [[nodiscard]] bool IsNumber() const { return IsWhole() || type_ == Type::Float; }
 
     /// Valid for the types named only; others give a meaningless number.
-    [[nodiscard]] bool AsBool() const { return integer_ != 0; } // Boolean
-    [[nodiscard]] int64_t AsWhole() const { return integer_; }  // whole numbers
-    [[nodiscard]] double AsReal() const {                       // numbers and Time
-        return IsWhole() ? static_cast<double>(integer_) : real_;
+    [[nodiscard]] bool AsBool() const { return whole_ != 0; } // Boolean
+    [[nodiscard]] int64_t AsWhole() const { return whole_; }  // whole numbers
+    [[nodiscard]] double AsReal() const {                     // numbers
+        return IsWhole() ? static_cast<double>(whole_) : static_cast<double>(real_);
     }
     [[nodiscard]] const ObjectRef& AsObject() const { return object_; } // null unless Object
 
@@ -67,19 +68,14 @@ class Value {
     [[nodiscard]] T* As() const {
         return dynamic_cast<T*>(object_.get());
     }
-    template <class T>
-    [[nodiscard]] std::shared_ptr<T> Share() const {
-        return std::dynamic_pointer_cast<T>(object_);
-    }
 
   private:
-    Value(Type type, int64_t integer) : type_(type), integer_(integer) {}
-    Value(Type type, double real) : type_(type), real_(real) {}
+    Value(Type type, int64_t whole) : type_(type), whole_(whole) {}
 
     Type type_ = Type::Undefined;
     union {
-        int64_t integer_;
-        double real_;
+        int64_t whole_;
+        float real_;
     };
     ObjectRef object_;
 };

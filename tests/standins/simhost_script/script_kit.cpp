@@ -7,9 +7,8 @@
 
 #include <gtest/gtest.h>
 
-#include "simhost/script/check.h"
 #include "simhost/script/convert.h"
-#include "simhost/script/text.h"
+#include "text/utf8.h"
 
 namespace simhost::script {
 namespace {
@@ -17,7 +16,7 @@ namespace {
 InterpreterOptions Listening(Limits limits, std::string& output) {
     InterpreterOptions options;
     options.limits = limits;
-    options.listener = [&output](std::wstring_view text) { output += ToUtf8(text); };
+    options.listener = [&output](std::wstring_view text) { output += utf8::FromWide(text); };
     return options;
 }
 
@@ -27,9 +26,9 @@ Engine::Engine(Limits limits) : interpreter_(Listening(limits, output_)) {}
 
 std::string Engine::Run(std::string_view script) {
     try {
-        return ToUtf8(QuotedText(interpreter_.Run(FromUtf8(script))));
+        return utf8::FromWide(QuotedText(interpreter_.Run(utf8::ToWide(script))));
     } catch (const ScriptError& error) {
-        return "! " + ToUtf8(error.Message());
+        return "! " + utf8::FromWide(error.Message());
     }
 }
 
@@ -47,11 +46,19 @@ void ExpectResults(std::initializer_list<Row> rows) {
 }
 
 std::string Verdict(std::string_view script) {
-    const auto fault = CheckScript(FromUtf8(script));
+    Interpreter interpreter;
+    for (const wchar_t name : std::wstring_view(L"abcdefghisx"))
+        interpreter.Globals().Declare(std::wstring_view(&name, 1));
+    const auto fault = interpreter.Check(utf8::ToWide(script));
     if (!fault)
         return "ACCEPT";
     return std::to_string(fault->Where().line) + ":" + std::to_string(fault->Where().column) + " " +
-           ToUtf8(fault->Message());
+           utf8::FromWide(fault->Message());
+}
+
+std::string ReadFile(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 Folder::Folder() {

@@ -35,8 +35,10 @@ void PrintTo(const Row& row, std::ostream* out);
 /// Runs every row in an engine of its own.
 void ExpectResults(std::initializer_list<Row> rows);
 
-/// "ACCEPT", or "line:column message".
+/// "ACCEPT", or "line:column message". The letters a to i, s and x are known names there.
 std::string Verdict(std::string_view script);
+
+std::string ReadFile(const std::filesystem::path& path);
 
 /// A folder that goes away with the object.
 class Folder {
