@@ -6,19 +6,12 @@
 #include "host/sdk_compat.h"
 #include "package/node_tree.h"
 
+#include "package_scripts_embedded.h"
+
 #include <algorithm>
 
 namespace brimwave {
 namespace {
-
-constexpr const wchar_t* backgroundScript =
-    L"(local s = \"\"; local c = \"\"; local h = \"\";"
-    L"try ( s = (renderers.current.bg_source as string) ) catch();"
-    L"try ( local cc = renderers.current.bg_color; c = ((cc.r/255.0) as string) + \",\" + "
-    L"((cc.g/255.0) as string) + \",\" + ((cc.b/255.0) as string) ) catch();"
-    L"try ( local tm = renderers.current.bg_texmap; if tm != undefined then "
-    L"h = ((getHandleByAnim tm) as string) ) catch();"
-    L"(s + \"|\" + c + \"|\" + h))";
 
 constexpr int mapDepth = 2;
 
@@ -85,7 +78,8 @@ std::wstring RendererMap(PackageContext& package, std::wstring_view handle) {
 /// The background that the current renderer keeps for itself. Its source is written as the host
 /// spells it.
 void AppendRendererBackground(PackageContext& package, std::wstring& text) {
-    const auto reply = RunScriptString(backgroundScript);
+    const auto reply =
+        RunScriptString(FillScript(package_scripts_embedded::renderer_background_ms));
     if (!reply || std::count(reply->begin(), reply->end(), L'|') < 2)
         return;
     std::wstring_view rest = *reply;

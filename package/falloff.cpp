@@ -1,8 +1,11 @@
 #include "package/falloff.h"
 
+#include "host/script.h"
 #include "host/script_reply.h"
 #include "package/map_search.h"
 #include "package/param_table.h"
+
+#include "package_scripts_embedded.h"
 
 namespace brimwave {
 namespace {
@@ -23,30 +26,20 @@ constexpr ParamRow falloffRows[] = {
     {L"farDistance", L"far_distance"},
 };
 
-/// One field for each row, in their order: a finished JSON value, or nothing where the map lacks
-/// the property.
-std::wstring PropertiesScript() {
-    std::wstring script = L"local text = \"\"\nlocal v = undefined\nlocal part = \"\"\n";
+/// The rows' properties as the script lists them.
+std::wstring PropertyNames() {
+    std::wstring names;
     for (const ParamRow& row : falloffRows) {
-        script += L"v = undefined\n"
-                  L"try ( v = mp.";
-        script += row.param;
-        script += L" ) catch();\n"
-                  L"part = \"\"\n"
-                  L"case (classOf v) of (\n"
-                  L"Color: ( part = \"[\" + ((v.r / 255.0) as string) + \",\" + "
-                  L"((v.g / 255.0) as string) + \",\" + ((v.b / 255.0) as string) + \"]\" )\n"
-                  L"BooleanClass: ( part = (v as string) )\n"
-                  L"Integer: ( part = (v as string) )\n"
-                  L"Float: ( part = (v as string) )\n"
-                  L")\n"
-                  L"text = text + part + \"|\"\n";
+        names += names.empty() ? L"#" : L", #";
+        names += row.param;
     }
-    return script + L"text";
+    return names;
 }
 
 void AppendByScript(JsonMembers& members, MtlBase& map) {
-    const auto reply = RunOnMap(map, MapSearch::Properties, PropertiesScript());
+    const auto reply = RunOnMap(
+        map, MapSearch::Properties,
+        FillScript(package_scripts_embedded::falloff_ms, {{"properties", PropertyNames()}}));
     if (!reply)
         return;
     std::wstring_view rest = *reply;

@@ -1,10 +1,13 @@
 #include "package/map_output.h"
 
 #include "host/number_text.h"
+#include "host/script.h"
 #include "host/script_reply.h"
 #include "package/map_search.h"
 #include "package/param_table.h"
 #include "package/texmap_tables.h"
+
+#include "package_scripts_embedded.h"
 
 namespace brimwave {
 namespace {
@@ -32,39 +35,6 @@ constexpr std::wstring_view outputFlagKeys[] = {L"output_invert", L"output_clamp
                                                 L"output_alpha_from_rgb", L"output_use_color_map",
                                                 L"output_use_rgb_color_map"};
 
-constexpr std::wstring_view outputScript =
-    L"local o = undefined\n"
-    L"try ( o = mp.output ) catch();\n"
-    L"if o == undefined then (\"ERROR:NOOUTPUT\") else (\n"
-    L"local a = \"\"; local l = \"\"; local f = \"\"; local b = \"\"\n"
-    L"local i = \"\"; local c = \"\"; local r = \"\"; local m = \"\"; local u = \"\"\n"
-    L"try ( a = (o.Output_Amount as string) ) catch();\n"
-    L"try ( l = (o.RGB_Level as string) ) catch();\n"
-    L"try ( f = (o.RGB_Offset as string) ) catch();\n"
-    L"try ( b = (o.Bump_Amount as string) ) catch();\n"
-    L"try ( i = (if o.invert then \"1\" else \"0\") ) catch();\n"
-    L"try ( c = (if o.clamp then \"1\" else \"0\") ) catch();\n"
-    L"try ( r = (if o.alphaFromRGB then \"1\" else \"0\") ) catch();\n"
-    L"try ( m = (if o.enableColorMap then \"1\" else \"0\") ) catch();\n"
-    L"try ( u = (if o.useRGBColorMap then \"1\" else \"0\") ) catch();\n"
-    L"(a + \"|\" + l + \"|\" + f + \"|\" + b + \"|\" + i + \"|\" + c + \"|\" + r + \"|\" + m + "
-    L"\"|\" + u))";
-
-// One field for each flag: position, then the colour's three parts. The first flag is the ramp's
-// start and the second its end. Reading stops at the first that does not exist.
-constexpr std::wstring_view rampScript =
-    L"local text = \"\"\n"
-    L"local more = true\n"
-    L"for n = 1 to 1000 while more do (\n"
-    L"try (\n"
-    L"local flag = getProperty gr.gradient_ramp ((\"flag__\" + (n as string)) as name)\n"
-    L"local c = flag.color\n"
-    L"local part = (flag.position as string) + \",\" + (c.r as string) + \",\" + "
-    L"(c.g as string) + \",\" + (c.b as string)\n"
-    L"text = text + part + \"|\"\n"
-    L") catch ( more = false ) )\n"
-    L"text";
-
 bool IsOutput(ReferenceTarget* reference) {
     return reference && reference->SuperClassID() == TEXOUTPUT_CLASS_ID;
 }
@@ -80,7 +50,8 @@ ReferenceTarget* OutputOf(PackageContext& package, MtlBase& map) {
 }
 
 void AppendOutputByScript(JsonMembers& members, MtlBase& map) {
-    const auto reply = RunOnMap(map, MapSearch::Output, outputScript);
+    const auto reply =
+        RunOnMap(map, MapSearch::Output, FillScript(package_scripts_embedded::map_output_ms));
     if (!reply)
         return;
     std::wstring_view rest = *reply;
@@ -128,7 +99,8 @@ void AppendMapOutput(PackageContext& package, JsonMembers& members, MtlBase& obj
 
 void AppendGradientRamp(PackageContext& package, JsonMembers& members, MtlBase& map) {
     package.params.AppendTable(members, &map, gradientRampTable);
-    const auto reply = RunOnMap(map, MapSearch::GradientRamp, rampScript);
+    const auto reply = RunOnMap(map, MapSearch::GradientRamp,
+                                FillScript(package_scripts_embedded::gradient_ramp_ms));
     if (!reply || reply->empty())
         return;
     std::wstring list = L"[";

@@ -4,27 +4,12 @@
 #include "host/script.h"
 #include "host/script_reply.h"
 
+#include "package_scripts_embedded.h"
+
 namespace brimwave {
-namespace {
-
-constexpr const wchar_t* colorPipelineScript =
-    L"(local m = \"unknown\"; local rs = \"\"; local g = 2.2;"
-    L"try ( m = (colorPipelineMgr.mode as string) ) catch();"
-    L"try ( rs = (colorPipelineMgr.RenderingColorSpace as string) ) catch();"
-    L"try ( g = (colorPipelineMgr.displayGamma as float) ) catch();"
-    L"(m + \"|\" + rs + \"|\" + (g as string)))";
-
-constexpr const wchar_t* renderDisplacementScript =
-    L"(local a = \"\"; local r = \"\";"
-    L"try ( a = (renderers.current.displacement_amount as string) ) catch();"
-    L"try ( r = (renderers.current.displacement_relative as string) ) catch();"
-    L"(a + \"|\" + r))";
-
-} // namespace
-
 ColorPipeline ReadColorPipeline() {
     ColorPipeline pipeline;
-    const auto reply = RunScriptString(colorPipelineScript);
+    const auto reply = RunScriptString(FillScript(package_scripts_embedded::color_pipeline_ms));
     if (!reply)
         return pipeline;
     std::wstring_view rest = *reply;
@@ -36,7 +21,8 @@ ColorPipeline ReadColorPipeline() {
 }
 
 std::optional<RenderDisplacement> ReadRenderDisplacement() {
-    const auto reply = RunScriptString(renderDisplacementScript);
+    const auto reply =
+        RunScriptString(FillScript(package_scripts_embedded::render_displacement_ms));
     if (!reply)
         return std::nullopt;
     std::wstring_view rest = *reply;
