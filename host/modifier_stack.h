@@ -1,7 +1,14 @@
 #pragma once
 #include <max.h>
 
+#include <string_view>
+
 namespace brimwave {
+
+/// Modifiers that displace when the scene is rendered: they leave the mesh as it is.
+enum class DisplacementKind { None, Corona, VRay };
+
+[[nodiscard]] DisplacementKind DisplacementKindOf(std::wstring_view className);
 
 /// Whether the object is a stack of modifiers on another one.
 [[nodiscard]] inline bool IsStack(Object& object) {

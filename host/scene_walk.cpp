@@ -1,6 +1,7 @@
 #include "host/scene_walk.h"
 
 #include "host/attempt.h"
+#include "host/sdk_compat.h"
 
 #include <algorithm>
 
@@ -10,13 +11,9 @@ namespace {
 /// Appends `child(i)` for each of the `count()` children; one that the host fails over is null.
 template <class Object, class Count, class Child>
 void AppendChildren(std::vector<Object*>& children, Count count, Child child) {
-    int size = 0;
-    Attempt([&] { size = count(); });
-    for (int i = 0; i < size; ++i) {
-        Object* next = nullptr;
-        Attempt([&] { next = child(i); });
-        children.push_back(next);
-    }
+    const int size = AttemptOr(0, count);
+    for (int i = 0; i < size; ++i)
+        children.push_back(AttemptOr<Object*>(nullptr, [&] { return child(i); }));
 }
 
 } // namespace
@@ -54,6 +51,10 @@ std::vector<INode*> CollectNodes(INode* root, NodeOrder order) {
     return nodes;
 }
 
+std::wstring NodeNameOrEmpty(INode& node) noexcept {
+    return AttemptOr(std::wstring(), [&] { return HostText(node.GetName()); });
+}
+
 Mtl* FindGeometryMaterial(INode& node, TimeValue now) {
     Mtl* const material = node.GetMtl();
     if (!material)
@@ -69,18 +70,15 @@ std::vector<Mtl*> CollectGeometryMaterials() {
         return materials;
     const TimeValue now = core->GetTime();
     for (INode* const node : CollectNodes(FindRootNode(), NodeOrder::ParentFirst)) {
-        Mtl* material = nullptr;
-        Attempt([&] { material = FindGeometryMaterial(*node, now); });
-        if (material)
+        const auto find = [&] { return FindGeometryMaterial(*node, now); };
+        if (Mtl* const material = AttemptOr<Mtl*>(nullptr, find))
             materials.push_back(material);
     }
     return materials;
 }
 
 SClass_ID SuperClassOf(Animatable& object) noexcept {
-    SClass_ID kind = 0;
-    Attempt([&] { kind = object.SuperClassID(); });
-    return kind;
+    return AttemptOr(SClass_ID{0}, [&] { return object.SuperClassID(); });
 }
 
 void AppendSubMaps(MtlBase& object, MaterialParts& parts) {

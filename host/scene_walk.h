@@ -3,6 +3,7 @@
 // trees of any depth are walked.
 #include <max.h>
 
+#include <string>
 #include <unordered_set>
 #include <vector>
 
@@ -16,6 +17,9 @@ enum class NodeOrder { ParentFirst, ChildrenFirst };
 /// All nodes below `root`, which may be null; children of one parent in the host's order. A child
 /// that the host fails over is left out together with what is below it.
 [[nodiscard]] std::vector<INode*> CollectNodes(INode* root, NodeOrder order);
+
+/// The node's name; empty when it has none or the host fails over it.
+[[nodiscard]] std::wstring NodeNameOrEmpty(INode& node) noexcept;
 
 /// The node's material when the node shows geometry at `now`, else null. What the host throws
 /// passes through.

@@ -1,6 +1,7 @@
 #include "package/cameras.h"
 
 #include "host/attempt.h"
+#include "host/scene_walk.h"
 #include "host/sdk_compat.h"
 #include "package/param_table.h"
 
@@ -68,7 +69,7 @@ CameraView ReadCamera(PackageContext& package, INode& node, GenCamera& camera) {
     const TimeValue time = package.Time();
     Interval valid = FOREVER;
     CameraView view;
-    view.name = NodeName(node);
+    view.name = HostText(node.GetName());
     view.className = ClassNameOf(camera);
     view.transform = node.GetNodeTM(time);
     INode* const target = node.GetTarget();

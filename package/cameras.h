@@ -1,6 +1,6 @@
 #pragma once
-#include "package/object_list.h"
 #include "package/package_context.h"
+#include "package/scene_nodes.h"
 
 namespace brimwave {
 

@@ -2,12 +2,9 @@
 
 #include "host/modifier_stack.h"
 #include "host/sdk_compat.h"
-#include "host/text.h"
 
 namespace brimwave {
 namespace {
-
-enum class DisplacementKind { None, Corona, VRay };
 
 constexpr ParamRow vrayRows[] = {
     {L"amount", L"vray_disp_amount"},
@@ -26,18 +23,6 @@ constexpr ParamRow coronaRows[] = {
     {L"screenSize", L"displacement_screen_px"},  {L"pixelSize", L"displacement_screen_px"},
     {L"displacementType", L"displacement_type"}, {L"enabled", L"displacement_enabled"},
 };
-
-/// Current releases add "Mod" to the names that older ones use.
-DisplacementKind KindOf(const std::wstring& className) {
-    std::wstring name = ToLowerW(className);
-    if (name.ends_with(L"mod"))
-        name.resize(name.size() - 3);
-    if (name == L"coronadisplacement" || name == L"corona_displacement")
-        return DisplacementKind::Corona;
-    if (name == L"vraydisplacement" || name == L"vray_displacement")
-        return DisplacementKind::VRay;
-    return DisplacementKind::None;
-}
 
 void AppendVRay(PackageContext& package, JsonMembers& members, Modifier& modifier) {
     members.AddBool(L"vray_disp", true);
@@ -70,13 +55,9 @@ void AppendModifier(PackageContext& package, std::wstring& out, Modifier& modifi
 
 } // namespace
 
-bool IsDisplacementModifier(const std::wstring& className) {
-    return KindOf(className) != DisplacementKind::None;
-}
-
 void ProbeDisplacementJson(PackageContext& package, std::wstring& out, INode& node) {
     const bool found = AnyModifier(node.GetObjectRef(), [&](Modifier& modifier) {
-        const DisplacementKind kind = KindOf(ClassNameOf(modifier));
+        const DisplacementKind kind = DisplacementKindOf(ClassNameOf(modifier));
         if (kind != DisplacementKind::None)
             AppendModifier(package, out, modifier, kind);
         return kind != DisplacementKind::None;

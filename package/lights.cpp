@@ -1,6 +1,7 @@
 #include "package/lights.h"
 
 #include "host/attempt.h"
+#include "host/scene_walk.h"
 #include "host/sdk_compat.h"
 #include "package/ies_profile.h"
 #include "package/light_tables.h"
@@ -109,7 +110,7 @@ class LightWriter {
         Object* const object = node.EvalWorldState(package_.Time(), TRUE).obj;
         if (!object)
             return;
-        const std::wstring name = NodeName(node);
+        const std::wstring name = HostText(node.GetName());
         JsonMembers members;
         package_.params.AppendTable(members, object, *light.kind->table, package_.metresPerUnit);
         IesProfile ies;

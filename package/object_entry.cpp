@@ -5,7 +5,6 @@
 #include "host/sdk_compat.h"
 #include "package/displacement.h"
 #include "package/material_json.h"
-#include "package/object_list.h"
 
 #include <algorithm>
 

@@ -6,9 +6,10 @@
 #include "package/environment.h"
 #include "package/lights.h"
 #include "package/object_entry.h"
-#include "package/object_list.h"
 #include "package/package_context.h"
+#include "package/scene_nodes.h"
 #include "package/scene_values.h"
+#include "package/unique_names.h"
 #include "package/utf8_store.h"
 
 namespace brimwave {

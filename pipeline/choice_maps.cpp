@@ -52,39 +52,39 @@ bool AppendShownMaterials(Mtl& material, std::optional<MtlID> id, MaterialParts&
 
 } // namespace
 
-ChoiceMaps::Found ChoiceMaps::Search(Mtl& root, std::optional<MtlID> id) {
-    Found found;
+ChoiceMaps::SearchResult ChoiceMaps::Search(Mtl& root, std::optional<MtlID> id) {
+    SearchResult result;
     MaterialWalk().From(&root, [&](MtlBase& object, MaterialParts& parts) {
         const SClass_ID kind = SuperClassOf(object);
         if (kind == TEXMAP_CLASS_ID)
             Attempt([&] {
                 auto& map = static_cast<Texmap&>(object);
                 if (IsChoiceMap(map))
-                    found.maps.push_back(&map);
-                found.showsVertexColours |= ShowsColourChannel(params_, map);
+                    result.maps.push_back(&map);
+                result.showsVertexColours |= ShowsColourChannel(params_, map);
             });
         AppendEnabledMaps(params_, object, parts);
         if (kind == MATERIAL_CLASS_ID)
-            found.byId |= AppendShownMaterials(static_cast<Mtl&>(object), id, parts);
+            result.byId |= AppendShownMaterials(static_cast<Mtl&>(object), id, parts);
     });
-    return found;
+    return result;
 }
 
-const ChoiceMaps::Whole& ChoiceMaps::WholeOf(Mtl& material) {
-    const auto [at, fresh] = wholes_.try_emplace(&material);
+const ChoiceMaps::Summary& ChoiceMaps::SummaryOf(Mtl& material) {
+    const auto [at, fresh] = summaries_.try_emplace(&material);
     if (fresh) {
-        const Found found = Search(material, std::nullopt);
-        at->second = {!found.maps.empty(), found.showsVertexColours};
+        const SearchResult result = Search(material, std::nullopt);
+        at->second = {!result.maps.empty(), result.showsVertexColours};
     }
     return at->second;
 }
 
 bool ChoiceMaps::Any(Mtl& material) {
-    return WholeOf(material).any;
+    return SummaryOf(material).any;
 }
 
 bool ChoiceMaps::ShowsVertexColours(Mtl& material) {
-    return WholeOf(material).showsVertexColours;
+    return SummaryOf(material).showsVertexColours;
 }
 
 const FaceChoice* ChoiceMaps::For(Mtl& material, MtlID id) {
@@ -93,8 +93,8 @@ const FaceChoice* ChoiceMaps::For(Mtl& material, MtlID id) {
     if (at == ofId.end())
         at = ofId.find(id);
     if (at == ofId.end()) {
-        const Found found = Search(material, id);
-        at = ofId.emplace(found.byId ? id : everyId, Serve(found.maps)).first;
+        const SearchResult result = Search(material, id);
+        at = ofId.emplace(result.byId ? id : everyId, Serve(result.maps)).first;
     }
     return at->second ? &*at->second : nullptr;
 }

@@ -30,27 +30,27 @@ class ChoiceMaps {
     [[nodiscard]] std::vector<std::wstring> TakeNotes();
 
   private:
-    struct Found {
+    struct SearchResult {
         std::vector<Texmap*> maps;
         bool showsVertexColours = false;
         bool byId = false; ///< another material id may find other maps
     };
-    struct Whole {
+    struct Summary {
         bool any = false;
         bool showsVertexColours = false;
     };
 
     /// What the material shows; `id`: the material id that multi-materials are entered by; empty:
     /// all sub-materials.
-    [[nodiscard]] Found Search(Mtl& root, std::optional<MtlID> id);
-    [[nodiscard]] const Whole& WholeOf(Mtl& material);
+    [[nodiscard]] SearchResult Search(Mtl& root, std::optional<MtlID> id);
+    [[nodiscard]] const Summary& SummaryOf(Mtl& material);
     [[nodiscard]] std::optional<FaceChoice> Serve(const std::vector<Texmap*>& maps);
     /// Null when the host fails over it.
     [[nodiscard]] const ChoiceMap* Read(Texmap& map);
     void Note(std::wstring line);
 
     ParamReader& params_;
-    std::unordered_map<const Mtl*, Whole> wholes_;
+    std::unordered_map<const Mtl*, Summary> summaries_;
     using ChoiceOfIds = std::unordered_map<int, std::optional<FaceChoice>>; ///< -1: of every id
     std::unordered_map<const Mtl*, ChoiceOfIds> materials_;
     std::unordered_map<const Texmap*, std::optional<ChoiceMap>> read_;

@@ -5,7 +5,6 @@
 #include "host/params.h"
 #include "host/scene_walk.h"
 #include "host/sdk_compat.h"
-#include "package/displacement.h"
 #include "pipeline/choice_maps.h"
 #include "pipeline/mesh_source.h"
 
@@ -24,27 +23,21 @@ void Log(DWORD type, const std::wstring& line) {
     });
 }
 
-std::wstring NameOf(INode& node) {
-    std::wstring name;
-    Attempt([&] { name = HostText(node.GetName()); });
-    return name;
-}
-
 /// A geometry node whose material holds a map that chooses.
-struct Shown {
+struct ChoosingNode {
     INode* node;
     Mtl* material;
     std::uint32_t handle;
 };
 
 /// The nodes that hold one object, in the order of the scene.
-struct Shared {
+struct ObjectUsers {
     Object* object;
-    std::vector<Shown> nodes;
+    std::vector<ChoosingNode> nodes;
 };
 
 /// Nodes of one object that get the same colours; the first stands for all.
-using Alike = std::vector<Shown>;
+using ColourGroup = std::vector<ChoosingNode>;
 
 std::set<MtlID> IdsOf(const Mesh& mesh) {
     std::set<MtlID> ids;
@@ -59,9 +52,9 @@ class SceneBake {
     void Run() {
         for (INode* const node : CollectNodes(FindRootNode(), NodeOrder::ParentFirst))
             Count(*node);
-        for (const Shared& shared : objects_) {
-            if (!Attempt([&] { Bake(shared); }))
-                Skip(shared.nodes, L"the host failed over it");
+        for (const ObjectUsers& users : objects_) {
+            if (!Attempt([&] { Bake(users); }))
+                Skip(users.nodes, L"the host failed over it");
             for (const std::wstring& note : maps_.TakeNotes())
                 Log(SYSLOG_WARN, note);
         }
@@ -83,104 +76,107 @@ class SceneBake {
             Attempt([&] { ++users_[BaseObjectOf(object)]; });
         if (!object || !material || !maps_.Any(*material))
             return;
-        const Shown shown{&node, material, static_cast<std::uint32_t>(node.GetHandle())};
+        const ChoosingNode user{&node, material, static_cast<std::uint32_t>(node.GetHandle())};
         if (!Attempt([&] { material = FindGeometryMaterial(node, params_.Time()); }))
-            Skip({shown}, L"the host failed over it");
+            Skip({user}, L"the host failed over it");
         else if (material)
-            Add(object, shown);
+            Add(object, user);
     }
 
-    void Add(Object* object, const Shown& shown) {
+    void Add(Object* object, const ChoosingNode& user) {
         const auto [at, fresh] = places_.try_emplace(object, objects_.size());
         if (fresh)
             objects_.push_back({object, {}});
-        objects_[at->second].nodes.push_back(shown);
+        objects_[at->second].nodes.push_back(user);
     }
 
-    void Bake(const Shared& shared) {
-        const MeshSource source(Representative(shared), params_.Time());
+    void Bake(const ObjectUsers& users) {
+        const MeshSource source(Representative(users), params_.Time());
         Mesh* const mesh = source.Get();
         if (!mesh) {
-            Skip(shared.nodes, L"it cannot become a mesh");
+            Skip(users.nodes, L"it cannot become a mesh");
             return;
         }
-        const std::vector<Alike> parties = Parties(shared, IdsOf(*mesh));
-        const std::vector<std::wstring> modifiers = ModifierNamesOf(shared.object);
+        const std::vector<ColourGroup> groups = GroupByColours(users, IdsOf(*mesh));
+        const std::vector<std::wstring> modifiers = ModifierNamesOf(users.object);
         const bool displaced =
-            std::any_of(modifiers.begin(), modifiers.end(), IsDisplacementModifier);
-        const bool inPlace = source.IsTheObject() && parties.size() == 1 &&
-                             users_[shared.object] == static_cast<int>(parties[0].size());
-        for (const Alike& alike : parties)
+            std::any_of(modifiers.begin(), modifiers.end(), [](const std::wstring& name) {
+                return DisplacementKindOf(name) != DisplacementKind::None;
+            });
+        const bool inPlace = source.IsTheObject() && groups.size() == 1 &&
+                             users_[users.object] == static_cast<int>(groups[0].size());
+        for (const ColourGroup& group : groups)
             if (displaced)
-                Skip(alike, L"a mesh of its own would lose its displacement");
-            else if (!Attempt([&] { BakeAlike(source, modifiers, alike, inPlace); }))
-                Skip(alike, L"the host failed over it");
+                Skip(group, L"a mesh of its own would lose its displacement");
+            else if (!Attempt([&] { BakeGroup(source, modifiers, group, inPlace); }))
+                Skip(group, L"the host failed over it");
     }
 
     /// A node without space warps where there is one: only it shows the object's own result.
-    static INode& Representative(const Shared& shared) {
-        for (const Shown& shown : shared.nodes)
-            if (!shown.node->GetWSMDerivedObject())
-                return *shown.node;
-        return *shared.nodes.front().node;
+    static INode& Representative(const ObjectUsers& users) {
+        for (const ChoosingNode& user : users.nodes)
+            if (!user.node->GetWSMDerivedObject())
+                return *user.node;
+        return *users.nodes.front().node;
     }
 
     /// The nodes that show a map that chooses on any face, by what they get.
-    std::vector<Alike> Parties(const Shared& shared, const std::set<MtlID>& ids) {
+    std::vector<ColourGroup> GroupByColours(const ObjectUsers& users, const std::set<MtlID>& ids) {
         using Key = std::pair<Mtl*, std::vector<std::uint32_t>>;
         std::map<Key, size_t> places;
-        std::vector<Alike> parties;
-        for (const Shown& shown : shared.nodes) {
-            Key key{shown.material, {}};
-            if (!AddOwn(shown, ids, key.second))
+        std::vector<ColourGroup> groups;
+        for (const ChoosingNode& user : users.nodes) {
+            Key key{user.material, {}};
+            if (!AddOwn(user, ids, key.second))
                 continue;
-            const auto [at, fresh] = places.try_emplace(std::move(key), parties.size());
+            const auto [at, fresh] = places.try_emplace(std::move(key), groups.size());
             if (fresh)
-                parties.emplace_back();
-            parties[at->second].push_back(shown);
+                groups.emplace_back();
+            groups[at->second].push_back(user);
         }
-        return parties;
+        return groups;
     }
 
     /// Adds what makes the node's colours its own: the few that it can have when it is chosen for
     /// by object alone, else its handle. False when no face shows a map that chooses.
-    bool AddOwn(const Shown& shown, const std::set<MtlID>& ids, std::vector<std::uint32_t>& own) {
+    bool AddOwn(const ChoosingNode& user, const std::set<MtlID>& ids,
+                std::vector<std::uint32_t>& own) {
         bool any = false;
         for (const MtlID id : ids) {
-            const FaceChoice* const choice = maps_.For(*shown.material, id);
+            const FaceChoice* const choice = maps_.For(*user.material, id);
             any = any || choice;
             if (!choice || !choice->rule.scope.object)
                 continue;
             const ChoiceScope& scope = choice->rule.scope;
             if (scope.element || scope.face) {
-                own.assign(1, shown.handle);
+                own.assign(1, user.handle);
                 return true;
             }
-            const ChoiceColour colour = Choose(*choice, {.object = shown.handle, .materialId = id});
+            const ChoiceColour colour = Choose(*choice, {.object = user.handle, .materialId = id});
             own.insert(own.end(), {colour.choice, colour.count, colour.variation});
         }
         return any;
     }
 
-    void BakeAlike(const MeshSource& source, const std::vector<std::wstring>& modifiers,
-                   const Alike& alike, bool inPlace) {
+    void BakeGroup(const MeshSource& source, const std::vector<std::wstring>& modifiers,
+                   const ColourGroup& group, bool inPlace) {
         Mesh& mesh = *source.Get();
-        const Shown& first = alike.front();
+        const ChoosingNode& first = group.front();
         const PaintedFaces painted = PaintFaces(
             mesh, first.handle, [&](MtlID id) { return maps_.For(*first.material, id); });
-        const std::wstring name = Described(alike);
+        const std::wstring name = Described(group);
         if (inPlace && CarriesColours(mesh, painted)) {
             Log(SYSLOG_INFO, name + L": carries its colours already.");
-            Succeeded(alike);
+            Succeeded(group);
             return;
         }
         const bool replaces = HasColours(mesh);
         if (replaces && maps_.ShowsVertexColours(*first.material)) {
-            Skip(alike, L"its material shows the vertex colours that it has");
+            Skip(group, L"its material shows the vertex colours that it has");
             return;
         }
-        if (!(inPlace ? WriteInPlace(source, painted) : WriteCopy(mesh, painted, alike))) {
-            Skip(alike, L"the host refused the colours");
+        if (!(inPlace ? WriteInPlace(source, painted) : WriteCopy(mesh, painted, group))) {
+            Skip(group, L"the host refused the colours");
             return;
         }
         if (!inPlace)
@@ -188,7 +184,7 @@ class SceneBake {
         if (replaces)
             Log(SYSLOG_WARN, name + L": the vertex colours that it had are lost.");
         LogBaked(name, painted);
-        Succeeded(alike);
+        Succeeded(group);
     }
 
     /// Nodes may keep a shallow copy of the mesh: they have to hear of the change.
@@ -198,12 +194,12 @@ class SceneBake {
         return written;
     }
 
-    static bool WriteCopy(const Mesh& mesh, const PaintedFaces& painted, const Alike& alike) {
+    static bool WriteCopy(const Mesh& mesh, const PaintedFaces& painted, const ColourGroup& group) {
         const NewTriObject copy = CopyToObject(mesh);
         if (!copy || !WriteColours(copy->GetMesh(), painted))
             return false;
-        for (const Shown& shown : alike)
-            shown.node->SetObjectRef(copy.get());
+        for (const ChoosingNode& user : group)
+            user.node->SetObjectRef(copy.get());
         return true;
     }
 
@@ -226,19 +222,19 @@ class SceneBake {
             line + L", " + std::to_wstring(painted.colours.size()) + L" different colours.");
     }
 
-    static std::wstring Described(const Alike& nodes) {
-        const std::wstring name = L"\"" + NameOf(*nodes.front().node) + L"\"";
+    static std::wstring Described(const ColourGroup& nodes) {
+        const std::wstring name = L"\"" + NodeNameOrEmpty(*nodes.front().node) + L"\"";
         return nodes.size() == 1 ? name
                                  : name + L" and " + std::to_wstring(nodes.size() - 1) +
                                        L" more that share its mesh";
     }
 
-    void Succeeded(const Alike& nodes) {
+    void Succeeded(const ColourGroup& nodes) {
         ++meshes_;
         nodes_ += nodes.size();
     }
 
-    void Skip(const std::vector<Shown>& nodes, const std::wstring& why) {
+    void Skip(const std::vector<ChoosingNode>& nodes, const std::wstring& why) {
         skipped_ += nodes.size();
         Attempt([&] { Log(SYSLOG_WARN, Described(nodes) + L": skipped, " + why + L"."); });
     }
@@ -247,7 +243,7 @@ class SceneBake {
     ChoiceMaps maps_{params_};
     std::unordered_map<Object*, int> users_;
     std::unordered_map<Object*, size_t> places_;
-    std::vector<Shared> objects_;
+    std::vector<ObjectUsers> objects_;
     size_t meshes_ = 0, nodes_ = 0, skipped_ = 0;
 };
 

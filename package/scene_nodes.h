@@ -1,5 +1,5 @@
 #pragma once
-// Which nodes of the scene a package describes, and under which names.
+// Which nodes of the scene a package describes.
 #include "package/package_log.h"
 
 #include <max.h>
@@ -24,14 +24,5 @@ struct SceneNode {
 /// The geometry nodes that have a material, in the list's order.
 [[nodiscard]] std::vector<INode*> CollectObjects(const std::vector<SceneNode>& nodes,
                                                  PackageLog& log);
-
-/// Renames, in the scene, each node whose name an earlier one of the list has: name + "_001",
-/// "_002", ... the first that is free. Names are compared exactly.
-void MakeNamesUnique(const std::vector<INode*>& nodes, PackageLog& log);
-
-/// The node's name; empty when it has none.
-[[nodiscard]] std::wstring NodeName(INode& node);
-/// The same, and empty when the host fails over it.
-[[nodiscard]] std::wstring NodeNameOrEmpty(INode& node) noexcept;
 
 } // namespace brimwave
