@@ -14,10 +14,10 @@ FbxProperties ReadProperties(const FbxRecord& owner) {
         return properties;
     for (const FbxRecord& record : list->children) {
         if (record.values.size() >= 4) {
-            properties.push_back({record.Text(0),
+            properties.push_back({{{record.values.begin() + 4, record.values.end()}},
+                                  record.Text(0),
                                   record.Text(1),
-                                  record.Text(2),
-                                  {record.values.begin() + 4, record.values.end()}});
+                                  record.Text(2)});
         }
     }
     return properties;
@@ -45,18 +45,6 @@ const FbxProperty* FindIn(const FbxProperties& properties, std::string_view name
 
 } // namespace
 
-double FbxProperty::Number(std::size_t index) const {
-    return FbxRecord{{}, values, {}}.Number(index);
-}
-
-std::int64_t FbxProperty::Integer(std::size_t index) const {
-    return FbxRecord{{}, values, {}}.Integer(index);
-}
-
-std::string FbxProperty::Text(std::size_t index) const {
-    return FbxRecord{{}, values, {}}.Text(index);
-}
-
 const FbxProperty* FbxObject::FindOwn(std::string_view propertyName) const {
     return FindIn(properties, propertyName);
 }
@@ -76,12 +64,18 @@ std::int64_t FbxObject::Integer(std::string_view propertyName, std::int64_t fall
     return property ? property->Integer() : fallback;
 }
 
-const FbxObject* FbxObject::Source(std::string_view sourceKind) const {
+std::vector<const FbxObject*> FbxObject::Sources(std::string_view sourceKind) const {
+    std::vector<const FbxObject*> found;
     for (const FbxConnection& source : sources_) {
         if (source.property.empty() && source.object->kind == sourceKind)
-            return source.object;
+            found.push_back(source.object);
     }
-    return nullptr;
+    return found;
+}
+
+const FbxObject* FbxObject::Source(std::string_view sourceKind) const {
+    const std::vector<const FbxObject*> all = Sources(sourceKind);
+    return all.empty() ? nullptr : all.front();
 }
 
 int HostUvChannel(const std::string& setName) {
@@ -93,20 +87,18 @@ int HostUvChannel(const std::string& setName) {
 FbxDocument::FbxDocument(std::string_view bytes) {
     std::vector<FbxRecord> records = ReadFbxRecords(bytes);
     objects_[0].kind = "Root";
-    for (FbxRecord& record : records) {
-        if (record.name == "GlobalSettings")
-            settings_.properties = ReadProperties(record);
-        else if (record.name == "Definitions")
-            ReadTemplates(record);
-    }
-    for (FbxRecord& record : records) {
-        if (record.name == "Objects")
-            ReadObjects(record);
-    }
-    for (const FbxRecord& record : records) {
-        if (record.name == "Connections")
-            ReadConnections(record);
-    }
+    // Objects look up their templates, connections their objects.
+    const auto forAll = [&](std::string_view name, auto read) {
+        for (FbxRecord& record : records) {
+            if (record.name == name)
+                read(record);
+        }
+    };
+    forAll("GlobalSettings",
+           [this](const FbxRecord& r) { settings_.properties = ReadProperties(r); });
+    forAll("Definitions", [this](const FbxRecord& r) { ReadTemplates(r); });
+    forAll("Objects", [this](FbxRecord& r) { ReadObjects(r); });
+    forAll("Connections", [this](const FbxRecord& r) { ReadConnections(r); });
 }
 
 const FbxObject* FbxDocument::Find(std::int64_t id) const {

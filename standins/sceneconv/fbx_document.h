@@ -13,15 +13,10 @@
 namespace sceneconv {
 
 /// One "P" record: name, type, a second type or label, and the values behind them.
-struct FbxProperty {
+struct FbxProperty : FbxValues {
     std::string name;
     std::string type;
     std::string label;
-    std::vector<FbxValue> values;
-
-    [[nodiscard]] double Number(std::size_t index = 0) const;
-    [[nodiscard]] std::int64_t Integer(std::size_t index = 0) const;
-    [[nodiscard]] std::string Text(std::size_t index = 0) const;
 };
 
 using FbxProperties = std::vector<FbxProperty>;
@@ -51,7 +46,8 @@ class FbxObject {
 
     /// What is connected to this object, in the order of the file.
     [[nodiscard]] const std::vector<FbxConnection>& Sources() const { return sources_; }
-    /// The first source of that kind by a plain connection, or null.
+    /// The sources of that kind by a plain connection; the first of them, or null.
+    [[nodiscard]] std::vector<const FbxObject*> Sources(std::string_view sourceKind) const;
     [[nodiscard]] const FbxObject* Source(std::string_view sourceKind) const;
 
   private:

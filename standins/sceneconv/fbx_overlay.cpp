@@ -12,15 +12,6 @@ namespace sceneconv {
 
 namespace {
 
-std::vector<const FbxObject*> PlainSources(const FbxObject& object, std::string_view kind) {
-    std::vector<const FbxObject*> found;
-    for (const FbxConnection& source : object.Sources()) {
-        if (source.property.empty() && source.object->kind == kind)
-            found.push_back(source.object);
-    }
-    return found;
-}
-
 /// The library appends digits to a name that it has seen before.
 bool MayBeNamed(const std::string& libraryName, const std::string& name) {
     constexpr std::size_t longest = 1000; // the library cuts names at 1023 bytes
@@ -65,19 +56,17 @@ class FbxOverlay {
     }
 
   private:
-    SourceNode& Node(int index) { return scene_.nodes[static_cast<std::size_t>(index)]; }
-
     bool MatchChildren(std::size_t parent) {
-        const std::vector<const FbxObject*> models = PlainSources(*models_[parent], "Model");
-        const std::vector<int>& nodes = children_[parent];
+        const std::vector<const FbxObject*> models = models_[parent]->Sources("Model");
+        const std::vector<std::size_t>& nodes = children_[parent];
         if (models.size() != nodes.size())
             return false;
         for (std::size_t i = 0; i < nodes.size(); ++i) {
-            if (!MayBeNamed(Node(nodes[i]).name, models[i]->name))
+            if (!MayBeNamed(scene_.nodes[nodes[i]].name, models[i]->name))
                 return false;
         }
         for (std::size_t i = 0; i < nodes.size(); ++i) {
-            models_[static_cast<std::size_t>(nodes[i])] = models[i];
+            models_[nodes[i]] = models[i];
             nodeOf_[models[i]] = nodes[i];
         }
         return true;
@@ -107,16 +96,16 @@ class FbxOverlay {
     void FillMaterials(SourceNode& node, const FbxObject& model) {
         const std::vector<MaterialSource> split = std::move(node.materials);
         node.materials.clear();
-        for (const FbxObject* material : PlainSources(model, "Material"))
+        for (const FbxObject* material : model.Sources("Material"))
             node.materials.push_back({material, -1});
-        std::vector<int> idOf;
+        std::vector<std::uint32_t> idOf;
         for (const MaterialSource& piece : split)
             idOf.push_back(MaterialId(node, piece.importedIndex));
         for (MeshPiece& piece : node.pieces)
-            piece.materialId = idOf[static_cast<std::size_t>(piece.materialId)];
+            piece.materialId = idOf[piece.materialId];
     }
 
-    int MaterialId(SourceNode& node, int libraryIndex) {
+    std::uint32_t MaterialId(SourceNode& node, int libraryIndex) {
         if (libraryIndex < 0) {
             return 0; // faces without a material
         }
@@ -131,7 +120,7 @@ class FbxOverlay {
         }
         if (found)
             node.materials[*found].importedIndex = libraryIndex;
-        return static_cast<int>(found.value_or(0));
+        return static_cast<std::uint32_t>(found.value_or(0));
     }
 
     static void FillGeometry(SourceNode& node, const FbxObject& geometry) {
@@ -167,9 +156,9 @@ class FbxOverlay {
     }
 
     SourceScene& scene_;
-    std::vector<std::vector<int>> children_;
+    std::vector<std::vector<std::size_t>> children_;
     std::vector<const FbxObject*> models_;
-    std::map<const FbxObject*, int> nodeOf_;
+    std::map<const FbxObject*, std::size_t> nodeOf_;
 };
 
 } // namespace

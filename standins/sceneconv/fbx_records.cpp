@@ -41,12 +41,12 @@ const FbxRecord* FbxRecord::Child(std::string_view childName) const {
     return found == children.end() ? nullptr : &*found;
 }
 
-std::string FbxRecord::Text(std::size_t index) const {
+std::string FbxValues::Text(std::size_t index) const {
     const auto* text = index < values.size() ? std::get_if<std::string>(&values[index]) : nullptr;
     return text ? *text : std::string();
 }
 
-double FbxRecord::Number(std::size_t index) const {
+double FbxValues::Number(std::size_t index) const {
     if (index >= values.size())
         return 0;
     if (const auto* real = std::get_if<double>(&values[index]))
@@ -55,7 +55,7 @@ double FbxRecord::Number(std::size_t index) const {
     return whole ? static_cast<double>(*whole) : 0;
 }
 
-std::int64_t FbxRecord::Integer(std::size_t index) const {
+std::int64_t FbxValues::Integer(std::size_t index) const {
     if (index >= values.size())
         return 0;
     if (const auto* whole = std::get_if<std::int64_t>(&values[index]))

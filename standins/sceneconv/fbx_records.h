@@ -14,17 +14,21 @@ namespace sceneconv {
 /// An array or a block of bytes stands as std::monostate, so that the others keep their places.
 using FbxValue = std::variant<std::monostate, std::int64_t, double, std::string>;
 
-struct FbxRecord {
-    std::string name;
+struct FbxValues {
     std::vector<FbxValue> values;
+
+    /// Value as text, number or integer; an empty text or zero where there is none of that kind.
+    [[nodiscard]] std::string Text(std::size_t index = 0) const;
+    [[nodiscard]] double Number(std::size_t index = 0) const;
+    [[nodiscard]] std::int64_t Integer(std::size_t index = 0) const;
+};
+
+struct FbxRecord : FbxValues {
+    std::string name;
     std::vector<FbxRecord> children;
 
     /// The first child of that name, or null.
     [[nodiscard]] const FbxRecord* Child(std::string_view childName) const;
-    /// Value as text, number or integer; an empty text or zero where there is none of that kind.
-    [[nodiscard]] std::string Text(std::size_t index) const;
-    [[nodiscard]] double Number(std::size_t index) const;
-    [[nodiscard]] std::int64_t Integer(std::size_t index) const;
 };
 
 /// What the head of a file says of itself.

@@ -3,11 +3,13 @@
 #include "sceneconv/render_size.h"
 #include "sceneconv/source_scene.h"
 
+#include <assimp/quaternion.h>
 #include <nlohmann/json.hpp>
 
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <numbers>
 
 namespace sceneconv {
 
@@ -27,14 +29,14 @@ std::string_view JsonPart(std::string_view bytes) {
     return bytes.substr(glbHead + chunkHead, size);
 }
 
+const json none;
+
 const json& Member(const json& owner, const char* name) {
-    static const json none;
-    const auto found = owner.is_object() ? owner.find(name) : owner.end();
-    return owner.is_object() && found != owner.end() ? *found : none;
+    const auto found = owner.find(name); // the end, where the owner is no object
+    return found == owner.end() ? none : *found;
 }
 
 const json& Element(const json& list, const json& index) {
-    static const json none;
     return list.is_array() && index.is_number_unsigned() && index.get<std::size_t>() < list.size()
                ? list[index.get<std::size_t>()]
                : none;
@@ -52,41 +54,44 @@ std::vector<double> Numbers(const json& list, std::size_t count) {
     return numbers.size() == count ? numbers : std::vector<double>();
 }
 
+Matrix RotationMatrix(const std::vector<double>& q) {
+    const double length =
+        q.empty() ? 0 : std::sqrt(q[0] * q[0] + q[1] * q[1] + q[2] * q[2] + q[3] * q[3]);
+    if (!(length > 0))
+        return {};
+    const aiQuaterniont<double> turn(q[3] / length, q[0] / length, q[1] / length, q[2] / length);
+    return Matrix(turn.GetMatrix());
+}
+
 Matrix LocalMatrix(const json& node) {
     if (const auto m = Numbers(Member(node, "matrix"), 16); !m.empty()) {
         return {m[0], m[4], m[8],  m[12], m[1], m[5], m[9],  m[13],
                 m[2], m[6], m[10], m[14], m[3], m[7], m[11], m[15]};
     }
-    const auto t = Numbers(Member(node, "translation"), 3);
-    const auto r = Numbers(Member(node, "rotation"), 4);
-    const auto s = Numbers(Member(node, "scale"), 3);
-    Matrix m;
-    if (!t.empty())
-        m = m * Translation({t[0], t[1], t[2]});
-    if (!r.empty())
-        m = m * FromQuaternion(r[0], r[1], r[2], r[3]);
-    return s.empty() ? m : m * Scaling({s[0], s[1], s[2]});
+    const auto vector = [&](const char* name, double usual) {
+        const auto v = Numbers(Member(node, name), 3);
+        return v.empty() ? Vector(usual) : Vector(v[0], v[1], v[2]);
+    };
+    return Translation(vector("translation", 0)) *
+           RotationMatrix(Numbers(Member(node, "rotation"), 4)) * Scaling(vector("scale", 1));
 }
 
 std::optional<Camera> ReadCamera(const json& from) {
     Camera camera;
-    if (Member(from, "type") == "orthographic") {
-        const json& lens = Member(from, "orthographic");
-        camera.ortho = true;
+    camera.ortho = Member(from, "type") == "orthographic";
+    const json& lens = Member(from, camera.ortho ? "orthographic" : "perspective");
+    camera.nearClip = Number(lens, "znear", 0);
+    camera.farClip = Number(lens, "zfar", 0);
+    if (camera.ortho) {
         camera.orthoWidth = 2 * Number(lens, "xmag", 1);
-        camera.nearClip = Number(lens, "znear", 0);
-        camera.farClip = Number(lens, "zfar", 0);
         return camera;
     }
-    const json& lens = Member(from, "perspective");
     if (!lens.is_object())
         return std::nullopt;
     // The angle is the vertical one. Without an aspect the picture's own counts.
     const double aspect = Number(lens, "aspectRatio", renderAspect);
     const double vertical = Number(lens, "yfov", 0);
     camera.fov = 2 * std::atan(std::tan(vertical / 2) * (aspect > 0 ? aspect : renderAspect));
-    camera.nearClip = Number(lens, "znear", 0);
-    camera.farClip = Number(lens, "zfar", 0);
     return camera;
 }
 
@@ -102,8 +107,7 @@ std::optional<Light> ReadLight(const json& from) {
     light.intensity = Number(from, "intensity", 1);
     if (const auto c = Numbers(Member(from, "color"), 3); !c.empty())
         light.color = {c[0], c[1], c[2]};
-    constexpr double quarterTurn = 0.78539816339744831;
-    light.outerCone = Number(Member(from, "spot"), "outerConeAngle", quarterTurn);
+    light.outerCone = Number(Member(from, "spot"), "outerConeAngle", std::numbers::pi / 4);
     return light;
 }
 
@@ -123,52 +127,43 @@ std::string UserProperties(const json& extras) {
 class GltfOverlay {
   public:
     GltfOverlay(SourceScene& scene, const json& file)
-        : scene_(scene), file_(file), children_(ChildLists(scene.nodes)),
-          lights_(Member(Member(Member(file, "extensions"), "KHR_lights_punctual"), "lights")) {}
+        : scene_(scene), file_(file), children_(ChildLists(scene.nodes)) {}
 
     /// False when the library's tree is not the file's, as far as it was looked at.
     bool Apply() {
-        const json& scenes = Member(file_, "scenes");
         const json first = 0U;
         const json& chosen = Member(file_, "scene");
-        const json& roots =
-            Member(Element(scenes, chosen.is_number_unsigned() ? chosen : first), "nodes");
+        const json& scene =
+            Element(Member(file_, "scenes"), chosen.is_number_unsigned() ? chosen : first);
+        const json& roots = Member(scene, "nodes");
         scene_.dropRoot = roots.size() != 1;
         if (!scene_.dropRoot)
-            return Apply(0, roots[0]);
-        return ApplyList(0, roots);
-    }
-
-  private:
-    bool ApplyList(int parent, const json& list) {
-        std::vector<std::pair<int, json>> open;
-        if (!Push(open, parent, list))
+            open_ = {{0, &roots[0]}};
+        else if (!OpenChildren(0, roots))
             return false;
-        while (!open.empty()) {
-            const auto [index, id] = open.back();
-            open.pop_back();
-            const json& node = Element(Member(file_, "nodes"), id);
-            Fill(scene_.nodes[static_cast<std::size_t>(index)], node);
-            if (!Push(open, index, Member(node, "children")))
+        while (!open_.empty()) {
+            const auto [index, id] = open_.back();
+            open_.pop_back();
+            const json& node = Element(Member(file_, "nodes"), *id);
+            Fill(scene_.nodes[index], node);
+            if (!OpenChildren(index, Member(node, "children")))
                 return false;
         }
         return true;
     }
 
-    bool Apply(int index, const json& id) {
-        const json& node = Element(Member(file_, "nodes"), id);
-        Fill(scene_.nodes[static_cast<std::size_t>(index)], node);
-        return ApplyList(index, Member(node, "children"));
+  private:
+    bool OpenChildren(std::size_t parent, const json& list) {
+        const std::vector<std::size_t>& children = children_[parent];
+        if (children.size() != (list.is_array() ? list.size() : 0))
+            return false;
+        for (std::size_t i = 0; i < children.size(); ++i)
+            open_.emplace_back(children[i], &list[i]);
+        return true;
     }
 
-    bool Push(std::vector<std::pair<int, json>>& open, int parent, const json& list) {
-        const std::vector<int>& children = children_[static_cast<std::size_t>(parent)];
-        const std::size_t count = list.is_array() ? list.size() : 0;
-        if (children.size() != count)
-            return false;
-        for (std::size_t i = 0; i < count; ++i)
-            open.emplace_back(children[i], list[i]);
-        return true;
+    static const json& LightsExtension(const json& owner) {
+        return Member(Member(owner, "extensions"), "KHR_lights_punctual");
     }
 
     void Fill(SourceNode& node, const json& from) {
@@ -183,9 +178,8 @@ class GltfOverlay {
         node.camera = ReadCamera(Element(Member(file_, "cameras"), camera));
         if (node.camera)
             node.camera->source = camera.get<std::int64_t>();
-        const json& light =
-            Member(Member(Member(from, "extensions"), "KHR_lights_punctual"), "light");
-        node.light = ReadLight(Element(lights_, light));
+        const json& light = Member(LightsExtension(from), "light");
+        node.light = ReadLight(Element(Member(LightsExtension(file_), "lights"), light));
         if (node.light)
             node.light->source = light.get<std::int64_t>();
         node.userProperties = UserProperties(Member(from, "extras"));
@@ -193,8 +187,8 @@ class GltfOverlay {
 
     SourceScene& scene_;
     const json& file_;
-    std::vector<std::vector<int>> children_;
-    const json& lights_;
+    std::vector<std::vector<std::size_t>> children_;
+    std::vector<std::pair<std::size_t, const json*>> open_; ///< nodes to fill and their ids
 };
 
 } // namespace

@@ -6,13 +6,13 @@
 #include <cstdio>
 #include <iterator>
 #include <map>
+#include <set>
 
 namespace sceneconv {
 
 namespace {
 
 constexpr std::string_view prefix = "3dsMax|";
-constexpr std::uint32_t materialSuperClass = 0xc00;
 
 /// A property's place: block, name, and the index when it is one entry of a table.
 struct Place {
@@ -46,53 +46,30 @@ std::string Lower(std::string text) {
     return text;
 }
 
-struct TypeRow {
-    const char* fbx;
-    const char* host;
-};
-
-constexpr TypeRow types[] = {
-    {"Float", "float"},
-    {"float", "float"},
-    {"double", "float"},
-    {"Number", "float"},
-    {"Real", "float"},
-    {"FieldOfView", "float"},
-    {"Integer", "int"},
-    {"int", "int"},
-    {"Short", "int"},
-    {"enum", "int"},
-    {"Enum", "int"},
-    {"Long", "int"},
-    {"Bool", "bool"},
-    {"bool", "bool"},
-    {"ColorAndAlpha", "frgba"},
-    {"Color", "rgba"},
-    {"ColorRGB", "rgba"},
-    {"ColorRGBA", "frgba"},
-    {"Vector3D", "point3"},
-    {"Vector", "point3"},
-    {"Vector2D", "point2"},
-    {"Vector4D", "point4"},
-    {"KString", "string"},
-    {"Url", "filename"},
-    {"XRefUrl", "filename"},
-    {"KTime", "timevalue"},
-    {"Time", "timevalue"},
-    {"Reference", "reference"},
-    {"object", "reference"},
+/// The host's types and the names that FBX files have for them.
+const std::pair<const char*, std::set<std::string_view>> typeRows[] = {
+    {"float", {"Float", "float", "double", "Number", "Real", "FieldOfView"}},
+    {"int", {"Integer", "int", "Short", "enum", "Enum", "Long"}},
+    {"bool", {"Bool", "bool"}},
+    {"rgba", {"Color", "ColorRGB"}},
+    {"frgba", {"ColorAndAlpha", "ColorRGBA"}},
+    {"point2", {"Vector2D"}},
+    {"point3", {"Vector3D", "Vector"}},
+    {"point4", {"Vector4D"}},
+    {"string", {"KString"}},
+    {"filename", {"Url", "XRefUrl"}},
+    {"timevalue", {"KTime", "Time"}},
+    {"reference", {"Reference", "object"}},
 };
 
 /// The host's type; empty for a property that holds no value (Compound and the like).
 std::string TypeOf(const FbxProperty& property) {
-    const auto* row = std::find_if(std::begin(types), std::end(types),
-                                   [&](const TypeRow& r) { return property.type == r.fbx; });
-    std::string type = row == std::end(types) ? "" : row->host;
-    if (type == "string" && (property.label == "Url" || property.label == "XRefUrl" ||
-                             Lower(property.name).find("file") != std::string::npos)) {
-        return "filename";
-    }
-    return type;
+    const auto* row = std::find_if(std::begin(typeRows), std::end(typeRows),
+                                   [&](const auto& r) { return r.second.contains(property.type); });
+    const std::string type = row == std::end(typeRows) ? "" : row->first;
+    const bool isFile = property.label == "Url" || property.label == "XRefUrl" ||
+                        Lower(property.name).find("file") != std::string::npos;
+    return type == "string" && isFile ? "filename" : type;
 }
 
 /// What an empty reference would refer to: its name is all there is to tell.
@@ -193,25 +170,6 @@ class BlockCollector {
     std::map<std::string, Places> paramPlaces_;
 };
 
-std::string Hex(std::uint32_t value) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "0x%08x", value);
-    return text.data();
-}
-
-Json SuperClassName(std::uint32_t super) {
-    switch (super) {
-    case 0x20:
-        return "camera";
-    case 0x30:
-        return "light";
-    case materialSuperClass:
-        return "material";
-    default:
-        return super;
-    }
-}
-
 /// Slots of a class that is not in the catalogue: its texture parameters, with the switch that
 /// the host's classes usually have beside them.
 Json SlotList(const Json& blocks) {
@@ -236,22 +194,21 @@ Json SlotList(const Json& blocks) {
 
 } // namespace
 
-Json HostBlocks(const FbxObject& object, const Reference& reference) {
-    return BlockCollector(object, reference).Collect();
-}
-
 Json HostEntry(const FbxObject& object, const HostClass& hostClass, const std::string& name,
                const Reference& reference) {
-    Json blocks = HostBlocks(object, reference);
+    Json blocks = BlockCollector(object, reference).Collect();
+    const bool known = !hostClass.name.empty();
+    std::array<char, 32> ids{};
+    std::snprintf(ids.data(), ids.size(), "Class 0x%08x,0x%08x", hostClass.partA, hostClass.partB);
     Json entry;
-    const std::string ids = Hex(hostClass.partA) + "," + Hex(hostClass.partB);
-    entry["class"] = hostClass.name.empty() ? "Class " + ids : hostClass.name;
+    entry["class"] = known ? hostClass.name : ids.data();
     if (!name.empty())
         entry["name"] = ToUtf8(name);
     entry["class_id"] = {hostClass.partA, hostClass.partB};
-    if (hostClass.name.empty()) {
-        entry["super_class"] = SuperClassName(hostClass.super);
-        if (hostClass.super == materialSuperClass)
+    if (!known) {
+        const std::string kind = KindName(hostClass.super);
+        entry["super_class"] = kind.empty() ? Json(hostClass.super) : Json(kind);
+        if (hostClass.IsMaterial())
             entry["slot_list"] = SlotList(blocks);
     }
     entry["blocks"] = std::move(blocks);

@@ -12,11 +12,9 @@ namespace sceneconv {
 /// The scene file's reference to a material or texture that fills a parameter.
 using Reference = std::function<Json(const FbxObject&)>;
 
-/// The explicit `blocks` of a scene file entry: every parameter with its own spelling and type.
-[[nodiscard]] Json HostBlocks(const FbxObject& object, const Reference& reference);
-
-/// An entry of that class with its name (left out when empty) and blocks. A class that the table
-/// does not know is named by its ids and gets slots for its texture parameters.
+/// An entry of that class with its name (left out when empty) and explicit `blocks`: every
+/// parameter with its own spelling and type. A class that the catalogue lacks is named by its ids
+/// and gets slots for its texture parameters.
 [[nodiscard]] Json HostEntry(const FbxObject& object, const HostClass& hostClass,
                              const std::string& name, const Reference& reference);
 

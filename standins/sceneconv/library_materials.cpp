@@ -5,38 +5,24 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace sceneconv {
 
 namespace {
 
-class Reader {
-  public:
-    explicit Reader(const aiMaterial& from) : from_(from) {}
+/// The value behind one of the library's AI_MATKEY macros, which stand for three arguments.
+template <typename T>
+std::optional<T> Find(const aiMaterial& from, const char* key, unsigned type, unsigned index) {
+    T value{};
+    return from.Get(key, type, index, value) == AI_SUCCESS ? std::optional<T>(value) : std::nullopt;
+}
 
-    [[nodiscard]] std::optional<double> Number(const char* key, unsigned type,
-                                               unsigned index) const {
-        float value = 0;
-        return from_.Get(key, type, index, value) == AI_SUCCESS && std::isfinite(value)
-                   ? std::optional<double>(value)
-                   : std::nullopt;
-    }
-
-    [[nodiscard]] std::optional<aiColor4D> Color(const char* key, unsigned type,
-                                                 unsigned index) const {
-        aiColor4D value;
-        return from_.Get(key, type, index, value) == AI_SUCCESS ? std::optional<aiColor4D>(value)
-                                                                : std::nullopt;
-    }
-
-    [[nodiscard]] bool Flag(const char* key, unsigned type, unsigned index) const {
-        bool value = false;
-        return from_.Get(key, type, index, value) == AI_SUCCESS && value;
-    }
-
-  private:
-    const aiMaterial& from_;
-};
+std::optional<double> FindNumber(const aiMaterial& from, const char* key, unsigned type,
+                                 unsigned index) {
+    const auto value = Find<float>(from, key, type, index);
+    return value && std::isfinite(*value) ? std::optional<double>(*value) : std::nullopt;
+}
 
 Json Rgba(const aiColor4D& c, double alpha) {
     return {Tidy(c.r), Tidy(c.g), Tidy(c.b), Tidy(alpha)};
@@ -46,18 +32,60 @@ bool IsLit(const std::optional<aiColor4D>& color) {
     return color && (color->r > 0 || color->g > 0 || color->b > 0);
 }
 
-void PutMap(Json& params, const char* name, const Json& map) {
-    if (!map.is_null())
-        params[name] = map;
-}
+/// A slot of the host's material and the textures that may fill it: the first that there is.
+struct SlotRow {
+    const char* param;
+    struct {
+        aiTextureType type = aiTextureType_NONE;
+        unsigned index = 0;
+    } textures[2];
+};
 
-/// The first of several textures that serve one purpose.
-Json FirstMap(const aiMaterial& from, Maps& maps, std::initializer_list<aiTextureType> types) {
-    for (const aiTextureType type : types) {
-        if (Json map = maps.FromLibrary(from, type); !map.is_null())
+constexpr SlotRow physicalSlots[] = {
+    {"base_color_map", {{aiTextureType_BASE_COLOR}, {aiTextureType_DIFFUSE}}},
+    {"roughness_map", {{aiTextureType_DIFFUSE_ROUGHNESS}}},
+    {"metalness_map", {{aiTextureType_METALNESS}}},
+    {"refl_color_map", {{aiTextureType_SPECULAR}}},
+    {"emit_color_map", {{aiTextureType_EMISSION_COLOR}, {aiTextureType_EMISSIVE}}},
+    {"cutout_map", {{aiTextureType_OPACITY}}},
+    {"displacement_map", {{aiTextureType_DISPLACEMENT}}},
+    {"bump_map", {{aiTextureType_HEIGHT}}},
+};
+constexpr SlotRow normalSlot = {"bump_map",
+                                {{aiTextureType_NORMALS}, {aiTextureType_NORMAL_CAMERA}}};
+
+// Metalness and roughness are one picture, of an unknown type: metalness in blue, roughness in
+// green.
+constexpr SlotRow gltfSlots[] = {
+    {"baseColorMap", {{aiTextureType_BASE_COLOR}, {aiTextureType_DIFFUSE}}},
+    {"metalnessMap", {{aiTextureType_METALNESS}, {aiTextureType_UNKNOWN}}},
+    {"roughnessMap", {{aiTextureType_DIFFUSE_ROUGHNESS}, {aiTextureType_UNKNOWN}}},
+    {"normalMap", {{aiTextureType_NORMALS}}},
+    {"ambientOcclusionMap", {{aiTextureType_LIGHTMAP}}},
+    {"emissionMap", {{aiTextureType_EMISSIVE}}},
+    {"clearcoatMap", {{AI_MATKEY_CLEARCOAT_TEXTURE}}},
+    {"clearcoatRoughnessMap", {{AI_MATKEY_CLEARCOAT_ROUGHNESS_TEXTURE}}},
+    {"clearcoatNormalMap", {{AI_MATKEY_CLEARCOAT_NORMAL_TEXTURE}}},
+    {"sheenColorMap", {{AI_MATKEY_SHEEN_COLOR_TEXTURE}}},
+    {"sheenRoughnessMap", {{AI_MATKEY_SHEEN_ROUGHNESS_TEXTURE}}},
+    {"transmissionMap", {{AI_MATKEY_TRANSMISSION_TEXTURE}}},
+};
+
+Json FirstMap(const aiMaterial& from, const SlotRow& slot, Maps& maps) {
+    for (const auto& [type, index] : slot.textures) {
+        if (type == aiTextureType_NONE)
+            break;
+        if (Json map = maps.FromLibrary(from, type, index); !map.is_null())
             return map;
     }
     return nullptr;
+}
+
+void PutMaps(Json& params, const aiMaterial& from, std::span<const SlotRow> slots, Maps& maps) {
+    for (const SlotRow& slot : slots) {
+        if (Json map = FirstMap(from, slot, maps); !map.is_null())
+            params[slot.param] = std::move(map);
+    }
 }
 
 /// From a shading exponent, by the usual relation of Phong and microfacet lobes.
@@ -65,48 +93,51 @@ double RoughnessOf(double shininess) {
     return std::clamp(std::sqrt(2 / (std::max(shininess, 0.0) + 2)), 0.0, 1.0);
 }
 
-void PutSurface(Json& params, const Reader& read) {
-    std::optional<aiColor4D> color = read.Color(AI_MATKEY_BASE_COLOR);
-    color = color ? color : read.Color(AI_MATKEY_COLOR_DIFFUSE);
+void PutSurface(Json& params, const aiMaterial& from) {
+    auto color = Find<aiColor4D>(from, AI_MATKEY_BASE_COLOR);
+    color = color ? color : Find<aiColor4D>(from, AI_MATKEY_COLOR_DIFFUSE);
     params["base_color"] = Rgba(color.value_or(aiColor4D(0.5F, 0.5F, 0.5F, 1)), 1);
-    if (const auto roughness = read.Number(AI_MATKEY_ROUGHNESS_FACTOR))
+    if (const auto roughness = FindNumber(from, AI_MATKEY_ROUGHNESS_FACTOR))
         params["roughness"] = Tidy(std::clamp(*roughness, 0.0, 1.0));
-    else if (const auto shininess = read.Number(AI_MATKEY_SHININESS))
+    else if (const auto shininess = FindNumber(from, AI_MATKEY_SHININESS))
         params["roughness"] = Tidy(RoughnessOf(*shininess));
-    if (const auto metalness = read.Number(AI_MATKEY_METALLIC_FACTOR)) {
+    if (const auto metalness = FindNumber(from, AI_MATKEY_METALLIC_FACTOR)) {
         params["metalness"] = Tidy(*metalness);
-    } else if (const auto specular = read.Color(AI_MATKEY_COLOR_SPECULAR)) {
+    } else if (const auto specular = Find<aiColor4D>(from, AI_MATKEY_COLOR_SPECULAR)) {
         params["reflectivity"] =
             Tidy(std::clamp(std::max({specular->r, specular->g, specular->b}), 0.0F, 1.0F));
     }
-    const double opacity = read.Number(AI_MATKEY_OPACITY).value_or(1);
+    const double opacity = FindNumber(from, AI_MATKEY_OPACITY).value_or(1);
     if (opacity < 1)
         params["transparency"] = Tidy(1 - std::max(opacity, 0.0));
-    if (const auto ior = read.Number(AI_MATKEY_REFRACTI); ior && *ior > 1 && *ior <= 50)
+    if (const auto ior = FindNumber(from, AI_MATKEY_REFRACTI); ior && *ior > 1 && *ior <= 50)
         params["trans_ior"] = Tidy(*ior);
-    if (const auto light = read.Color(AI_MATKEY_COLOR_EMISSIVE); IsLit(light)) {
+    if (const auto light = Find<aiColor4D>(from, AI_MATKEY_COLOR_EMISSIVE); IsLit(light)) {
         params["emission"] = 1.0;
         params["emit_color"] = Rgba(*light, 1);
     }
 }
 
-void PutExtensions(Json& params, const Reader& read) {
-    if (const auto coat = read.Number(AI_MATKEY_CLEARCOAT_FACTOR); coat && *coat > 0) {
+void PutExtensions(Json& params, const aiMaterial& from) {
+    const auto put = [&](const char* param, const char* key, unsigned type, unsigned index) {
+        params[param] = Tidy(FindNumber(from, key, type, index).value_or(0));
+    };
+    if (const auto coat = FindNumber(from, AI_MATKEY_CLEARCOAT_FACTOR); coat && *coat > 0) {
         params["enableClearCoat"] = true;
         params["clearcoat"] = Tidy(*coat);
-        params["clearcoatRoughness"] =
-            Tidy(read.Number(AI_MATKEY_CLEARCOAT_ROUGHNESS_FACTOR).value_or(0));
+        put("clearcoatRoughness", AI_MATKEY_CLEARCOAT_ROUGHNESS_FACTOR);
     }
-    if (const auto sheen = read.Color(AI_MATKEY_SHEEN_COLOR_FACTOR); IsLit(sheen)) {
+    if (const auto sheen = Find<aiColor4D>(from, AI_MATKEY_SHEEN_COLOR_FACTOR); IsLit(sheen)) {
         params["enableSheen"] = true;
         params["sheenColor"] = Rgba(*sheen, 1);
-        params["sheenRoughness"] = Tidy(read.Number(AI_MATKEY_SHEEN_ROUGHNESS_FACTOR).value_or(0));
+        put("sheenRoughness", AI_MATKEY_SHEEN_ROUGHNESS_FACTOR);
     }
-    if (const auto through = read.Number(AI_MATKEY_TRANSMISSION_FACTOR); through && *through > 0) {
+    if (const auto through = FindNumber(from, AI_MATKEY_TRANSMISSION_FACTOR);
+        through && *through > 0) {
         params["enableTransmission"] = true;
         params["transmission"] = Tidy(*through);
     }
-    if (const auto ior = read.Number(AI_MATKEY_REFRACTI); ior && *ior != 1.5 && *ior > 0) {
+    if (const auto ior = FindNumber(from, AI_MATKEY_REFRACTI); ior && *ior != 1.5 && *ior > 0) {
         params["enableIndexOfRefraction"] = true;
         params["indexOfRefraction"] = Tidy(*ior);
     }
@@ -116,67 +147,39 @@ void PutExtensions(Json& params, const Reader& read) {
 
 Json PhysicalMaterial(const aiMaterial& from, const std::string& name, Maps& maps) {
     Json params = Json::object();
-    PutSurface(params, Reader(from));
-    PutMap(params, "base_color_map",
-           FirstMap(from, maps, {aiTextureType_BASE_COLOR, aiTextureType_DIFFUSE}));
-    PutMap(params, "roughness_map", FirstMap(from, maps, {aiTextureType_DIFFUSE_ROUGHNESS}));
-    PutMap(params, "metalness_map", FirstMap(from, maps, {aiTextureType_METALNESS}));
-    PutMap(params, "refl_color_map", FirstMap(from, maps, {aiTextureType_SPECULAR}));
-    PutMap(params, "emit_color_map",
-           FirstMap(from, maps, {aiTextureType_EMISSION_COLOR, aiTextureType_EMISSIVE}));
-    PutMap(params, "cutout_map", FirstMap(from, maps, {aiTextureType_OPACITY}));
-    PutMap(params, "displacement_map", FirstMap(from, maps, {aiTextureType_DISPLACEMENT}));
-    Json bump = FirstMap(from, maps, {aiTextureType_HEIGHT});
-    if (bump.is_null()) {
-        bump = maps.NormalMap(
-            FirstMap(from, maps, {aiTextureType_NORMALS, aiTextureType_NORMAL_CAMERA}), 1);
+    PutSurface(params, from);
+    PutMaps(params, from, physicalSlots, maps);
+    if (!params.contains(normalSlot.param)) {
+        if (Json normals = maps.NormalMap(FirstMap(from, normalSlot, maps)); !normals.is_null())
+            params[normalSlot.param] = std::move(normals);
     }
-    PutMap(params, "bump_map", bump);
     return {{"class", "Physical Material"}, {"name", name}, {"params", std::move(params)}};
 }
 
 Json GltfMaterial(const aiMaterial& from, const std::string& name, Maps& maps) {
-    const Reader read(from);
     Json params = Json::object();
-    const aiColor4D base = read.Color(AI_MATKEY_BASE_COLOR).value_or(aiColor4D(1, 1, 1, 1));
+    const auto put = [&](const char* param, double fallback, const char* key, unsigned type,
+                         unsigned index) {
+        params[param] = Tidy(FindNumber(from, key, type, index).value_or(fallback));
+    };
+    const aiColor4D base =
+        Find<aiColor4D>(from, AI_MATKEY_BASE_COLOR).value_or(aiColor4D(1, 1, 1, 1));
     params["baseColor"] = Rgba(base, base.a);
-    params["metalness"] = Tidy(read.Number(AI_MATKEY_METALLIC_FACTOR).value_or(1));
-    params["roughness"] = Tidy(read.Number(AI_MATKEY_ROUGHNESS_FACTOR).value_or(1));
-    const aiColor4D light = read.Color(AI_MATKEY_COLOR_EMISSIVE).value_or(aiColor4D(0, 0, 0, 1));
-    const double strength = read.Number(AI_MATKEY_EMISSIVE_INTENSITY).value_or(1);
+    put("metalness", 1, AI_MATKEY_METALLIC_FACTOR);
+    put("roughness", 1, AI_MATKEY_ROUGHNESS_FACTOR);
+    const aiColor4D light =
+        Find<aiColor4D>(from, AI_MATKEY_COLOR_EMISSIVE).value_or(aiColor4D(0, 0, 0, 1));
+    const double strength = FindNumber(from, AI_MATKEY_EMISSIVE_INTENSITY).value_or(1);
     params["emissionColor"] = ColorJson(light.r * strength, light.g * strength, light.b * strength);
-    aiString mode;
-    (void)from.Get(AI_MATKEY_GLTF_ALPHAMODE, mode);
-    const std::string alpha = mode.C_Str();
-    params["alphaMode"] = alpha == "MASK" ? 2 : alpha == "BLEND" ? 3 : 1; // 1 is opaque
-    params["alphaCutoff"] = Tidy(read.Number(AI_MATKEY_GLTF_ALPHACUTOFF).value_or(0.5));
-    params["DoubleSided"] = read.Flag(AI_MATKEY_TWOSIDED);
-    int shading = 0;
-    params["unlit"] =
-        from.Get(AI_MATKEY_SHADING_MODEL, shading) == AI_SUCCESS && shading == aiShadingMode_Unlit;
-    params["normal"] =
-        Tidy(read.Number(AI_MATKEY_GLTF_TEXTURE_SCALE(aiTextureType_NORMALS, 0)).value_or(1));
-    params["ambientOcclusion"] =
-        Tidy(read.Number(AI_MATKEY_GLTF_TEXTURE_STRENGTH(aiTextureType_LIGHTMAP, 0)).value_or(1));
-    PutExtensions(params, read);
-    PutMap(params, "baseColorMap",
-           FirstMap(from, maps, {aiTextureType_BASE_COLOR, aiTextureType_DIFFUSE}));
-    // One picture: metalness in blue, roughness in green.
-    PutMap(params, "metalnessMap",
-           FirstMap(from, maps, {aiTextureType_METALNESS, aiTextureType_UNKNOWN}));
-    PutMap(params, "roughnessMap",
-           FirstMap(from, maps, {aiTextureType_DIFFUSE_ROUGHNESS, aiTextureType_UNKNOWN}));
-    PutMap(params, "normalMap", FirstMap(from, maps, {aiTextureType_NORMALS}));
-    PutMap(params, "ambientOcclusionMap", FirstMap(from, maps, {aiTextureType_LIGHTMAP}));
-    PutMap(params, "emissionMap", FirstMap(from, maps, {aiTextureType_EMISSIVE}));
-    PutMap(params, "clearcoatMap", maps.FromLibrary(from, AI_MATKEY_CLEARCOAT_TEXTURE));
-    PutMap(params, "clearcoatRoughnessMap",
-           maps.FromLibrary(from, AI_MATKEY_CLEARCOAT_ROUGHNESS_TEXTURE));
-    PutMap(params, "clearcoatNormalMap",
-           maps.FromLibrary(from, AI_MATKEY_CLEARCOAT_NORMAL_TEXTURE));
-    PutMap(params, "sheenColorMap", maps.FromLibrary(from, AI_MATKEY_SHEEN_COLOR_TEXTURE));
-    PutMap(params, "sheenRoughnessMap", maps.FromLibrary(from, AI_MATKEY_SHEEN_ROUGHNESS_TEXTURE));
-    PutMap(params, "transmissionMap", maps.FromLibrary(from, AI_MATKEY_TRANSMISSION_TEXTURE));
+    const auto mode = Find<aiString>(from, AI_MATKEY_GLTF_ALPHAMODE);
+    params["alphaMode"] = mode == aiString("MASK") ? 2 : mode == aiString("BLEND") ? 3 : 1;
+    put("alphaCutoff", 0.5, AI_MATKEY_GLTF_ALPHACUTOFF);
+    params["DoubleSided"] = Find<bool>(from, AI_MATKEY_TWOSIDED).value_or(false);
+    params["unlit"] = Find<int>(from, AI_MATKEY_SHADING_MODEL) == aiShadingMode_Unlit;
+    put("normal", 1, AI_MATKEY_GLTF_TEXTURE_SCALE(aiTextureType_NORMALS, 0));
+    put("ambientOcclusion", 1, AI_MATKEY_GLTF_TEXTURE_STRENGTH(aiTextureType_LIGHTMAP, 0));
+    PutExtensions(params, from);
+    PutMaps(params, from, gltfSlots, maps);
     return {{"class", "glTF Material"}, {"name", name}, {"params", std::move(params)}};
 }
 

@@ -28,23 +28,24 @@ void AddMaterialPieces(SourceNode& node, const aiNode& from, const SourceScene& 
         auto place = std::find(node.materials.begin(), node.materials.end(), material);
         if (place == node.materials.end())
             place = node.materials.insert(place, material);
-        node.pieces.push_back({from.mMeshes[i], static_cast<int>(place - node.materials.begin())});
+        node.pieces.push_back(
+            {from.mMeshes[i], static_cast<std::uint32_t>(place - node.materials.begin())});
     }
 }
 
 // Depth first without recursion: the depth of a hostile file is not bounded.
 void AddNodes(SourceScene& scene) {
-    std::vector<std::pair<const aiNode*, int>> open{{scene.imported->mRootNode, -1}};
+    std::vector<std::pair<const aiNode*, std::optional<std::size_t>>> open{
+        {scene.imported->mRootNode, std::nullopt}};
     while (!open.empty()) {
         const auto [from, parent] = open.back();
         open.pop_back();
-        SourceNode node;
+        const std::size_t index = scene.nodes.size();
+        SourceNode& node = scene.nodes.emplace_back();
         node.name = from->mName.C_Str();
         node.parent = parent;
-        node.local = ToMatrix(from->mTransformation);
+        node.local = from->mTransformation;
         AddMaterialPieces(node, *from, scene);
-        const int index = static_cast<int>(scene.nodes.size());
-        scene.nodes.push_back(std::move(node));
         for (unsigned i = from->mNumChildren; i > 0; --i)
             open.emplace_back(from->mChildren[i - 1], index);
     }
@@ -52,7 +53,7 @@ void AddNodes(SourceScene& scene) {
 
 Camera FromLibrary(const aiCamera& from) {
     Camera camera;
-    camera.frame = LookFrame(ToVector(from.mPosition), ToVector(from.mLookAt), ToVector(from.mUp));
+    camera.frame = LookFrame(from.mPosition, from.mLookAt, from.mUp);
     camera.fov = from.mHorizontalFOV;
     camera.ortho = from.mOrthographicWidth > 0;
     camera.orthoWidth = 2.0 * from.mOrthographicWidth; // the library keeps half of it
@@ -61,26 +62,25 @@ Camera FromLibrary(const aiCamera& from) {
     return camera;
 }
 
+LightKind KindOf(aiLightSourceType type) {
+    switch (type) {
+    case aiLightSource_DIRECTIONAL:
+        return LightKind::Directional;
+    case aiLightSource_SPOT:
+        return LightKind::Spot;
+    case aiLightSource_AREA:
+        return LightKind::Area;
+    case aiLightSource_AMBIENT:
+        return LightKind::Ambient;
+    default:
+        return LightKind::Point;
+    }
+}
+
 Light FromLibrary(const aiLight& from) {
     Light light;
-    switch (from.mType) {
-    case aiLightSource_DIRECTIONAL:
-        light.kind = LightKind::Directional;
-        break;
-    case aiLightSource_SPOT:
-        light.kind = LightKind::Spot;
-        break;
-    case aiLightSource_AREA:
-        light.kind = LightKind::Area;
-        break;
-    case aiLightSource_AMBIENT:
-        light.kind = LightKind::Ambient;
-        break;
-    default:
-        break;
-    }
-    light.frame =
-        LookFrame(ToVector(from.mPosition), ToVector(from.mDirection), ToVector(from.mUp));
+    light.kind = KindOf(from.mType);
+    light.frame = LookFrame(from.mPosition, from.mDirection, from.mUp);
     const aiColor3D& c = from.mColorDiffuse.IsBlack() ? from.mColorAmbient : from.mColorDiffuse;
     light.intensity = std::max({c.r, c.g, c.b});
     if (light.intensity > 0)
@@ -91,57 +91,52 @@ Light FromLibrary(const aiLight& from) {
     return light;
 }
 
+/// Puts cameras or lights, `count` of them, into the nodes of their names.
+template <typename Attribute, typename Item>
+void AddAttributes(SourceScene& scene, std::optional<Attribute> SourceNode::*member, Item** items,
+                   unsigned count, Warnings& warnings) {
+    std::map<std::string, SourceNode*> byName;
+    for (SourceNode& node : scene.nodes)
+        byName.try_emplace(node.name, &node);
+    for (unsigned i = 0; i < count; ++i) {
+        const std::string name = items[i]->mName.C_Str();
+        const auto found = byName.find(name);
+        if (found == byName.end()) {
+            warnings.Add("a light or camera stands in no node: " + name);
+            continue;
+        }
+        found->second->*member = FromLibrary(*items[i]);
+        scene.dropRoot = scene.dropRoot && found->second != &scene.nodes.front();
+    }
+}
+
 } // namespace
 
 void BuildFromLibrary(SourceScene& scene, Warnings& warnings) {
     AddNodes(scene);
-    const SourceNode& root = scene.nodes.front();
-    scene.dropRoot = root.pieces.empty() && scene.nodes.size() > 1;
-
-    std::map<std::string, SourceNode*> byName;
-    for (SourceNode& node : scene.nodes)
-        byName.try_emplace(node.name, &node);
-    const auto holder = [&](const aiString& name) -> SourceNode* {
-        const auto found = byName.find(name.C_Str());
-        if (found == byName.end()) {
-            warnings.Add("a light or camera stands in no node: " + std::string(name.C_Str()));
-            return nullptr;
-        }
-        if (found->second == &scene.nodes.front())
-            scene.dropRoot = false;
-        return found->second;
-    };
-    for (unsigned i = 0; i < scene.imported->mNumCameras; ++i) {
-        const aiCamera& camera = *scene.imported->mCameras[i];
-        if (SourceNode* node = holder(camera.mName))
-            node->camera = FromLibrary(camera);
-    }
-    for (unsigned i = 0; i < scene.imported->mNumLights; ++i) {
-        const aiLight& light = *scene.imported->mLights[i];
-        if (SourceNode* node = holder(light.mName))
-            node->light = FromLibrary(light);
-    }
+    scene.dropRoot = scene.nodes.front().pieces.empty() && scene.nodes.size() > 1;
+    const aiScene& library = *scene.imported;
+    AddAttributes(scene, &SourceNode::camera, library.mCameras, library.mNumCameras, warnings);
+    AddAttributes(scene, &SourceNode::light, library.mLights, library.mNumLights, warnings);
 }
 
 void LinkTargetsByName(SourceScene& scene) {
-    constexpr std::string_view suffix = ".Target";
-    std::map<std::string, int> targets;
-    std::vector<Matrix> world(scene.nodes.size());
-    for (std::size_t i = 0; i < scene.nodes.size(); ++i) {
-        const SourceNode& node = scene.nodes[i];
-        world[i] = node.parent < 0 ? node.local
-                                   : world[static_cast<std::size_t>(node.parent)] * node.local;
+    const std::string suffix = ".Target";
+    std::map<std::string, std::size_t> targets;
+    std::vector<Matrix> world;
+    for (const SourceNode& node : scene.nodes) {
         if (node.name.ends_with(suffix) && !node.camera && !node.light)
-            targets.try_emplace(node.name, static_cast<int>(i));
+            targets.try_emplace(node.name, world.size());
+        world.push_back(node.parent ? world[*node.parent] * node.local : node.local);
     }
     for (std::size_t i = 0; i < scene.nodes.size(); ++i) {
         SourceNode& node = scene.nodes[i];
-        const auto found = targets.find(node.name + std::string(suffix));
-        if (found == targets.end() || node.target >= 0 || (!node.camera && !node.light))
+        const auto found = targets.find(node.name + suffix);
+        if (found == targets.end() || node.target || (!node.camera && !node.light))
             continue;
         // The name alone proves nothing: a target is what the node looks at.
         const Matrix frame = world[i] * (node.camera ? node.camera->frame : node.light->frame);
-        Vector aim = Position(world[static_cast<std::size_t>(found->second)]) - Position(frame);
+        Vector aim = Position(world[found->second]) - Position(frame);
         Vector look{-frame.a3, -frame.b3, -frame.c3};
         if (aim.Normalize() * look.Normalize() > 0.9999)
             node.target = found->second;

@@ -19,13 +19,6 @@ constexpr double sunLux = 100000;
 // Lights without a size get a small one.
 constexpr double bulbMetres = 0.05;
 
-double MetresIn(const Unit& unit) {
-    static const std::map<std::string, double> sizes = {
-        {"millimeters", 0.001}, {"centimeters", 0.01}, {"meters", 1},      {"kilometers", 1000},
-        {"inches", 0.0254},     {"feet", 0.3048},      {"miles", 1609.344}};
-    return sizes.at(unit.type) * unit.scale;
-}
-
 /// Unknown classes cannot stand beside ours, so they are known by the host's blocks alone.
 std::optional<Json> HostObject(const FbxObject* from, const Reference& reference) {
     const std::optional<HostClass> hostClass = from ? HostClassOf(*from) : std::nullopt;
@@ -47,7 +40,7 @@ Json SunObject(const Light& light) {
 }
 
 Json BulbObject(const Light& light, const Unit& unit, double targetDistance) {
-    const double bulb = bulbMetres / MetresIn(unit);
+    const double bulb = bulbMetres / unit.Metres();
     const bool area = light.kind == LightKind::Area;
     const bool spot = light.kind == LightKind::Spot;
     Json params;

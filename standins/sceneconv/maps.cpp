@@ -52,8 +52,7 @@ Json BitmapJson(const std::string& name, const std::string& file, const Placemen
 }
 
 std::string Stem(const std::string& path) {
-    const std::size_t cut = path.find_last_of("/\\");
-    const std::string name = cut == std::string::npos ? path : path.substr(cut + 1);
+    const std::string name = FileName(path);
     return name.substr(0, name.rfind('.'));
 }
 
@@ -66,13 +65,11 @@ Placement FbxPlacement(const FbxObject& texture) {
     for (std::size_t i = 0; i < 2; ++i) {
         placement.offset[i] = translation ? translation->Number(i) : offset ? offset->Number(i) : 0;
         placement.tiling[i] = scaling ? scaling->Number(i) : tiling ? tiling->Number(i) : 1;
+        if (texture.Integer(i == 0 ? "WrapModeU" : "WrapModeV", 0) == 1)
+            placement.mode[i] = aiTextureMapMode_Clamp;
     }
     if (const FbxProperty* rotation = texture.FindOwn("Rotation"))
         placement.angle = rotation->Number(2) * std::numbers::pi / 180;
-    placement.mode[0] =
-        texture.Integer("WrapModeU", 0) == 1 ? aiTextureMapMode_Clamp : aiTextureMapMode_Wrap;
-    placement.mode[1] =
-        texture.Integer("WrapModeV", 0) == 1 ? aiTextureMapMode_Clamp : aiTextureMapMode_Wrap;
     if (const FbxProperty* set = texture.FindOwn("UVSet"))
         placement.channel = std::max(HostUvChannel(set->Text()), 1);
     return placement;
@@ -109,7 +106,7 @@ Json Maps::FromFbx(const FbxObject& texture) {
     }
     if (texture.kind == "LayeredTexture") {
         const FbxObject* layer = texture.Source("Texture");
-        return fbx_[&texture] = layer ? FromFbx(*layer) : Json();
+        return place->second = layer ? FromFbx(*layer) : Json();
     }
     const std::string file = FileOf(texture, "FileName", "Filename");
     const std::string relative = FileOf(texture, "RelativeFilename", "RelativeFilename");
@@ -117,7 +114,7 @@ Json Maps::FromFbx(const FbxObject& texture) {
         return nullptr;
     const std::string placed = files_.Place(file.empty() ? relative : file, relative);
     const std::string name = texture.name.empty() ? Stem(placed) : texture.name;
-    return fbx_[&texture] = Add(name, BitmapJson(name, placed, FbxPlacement(texture)));
+    return place->second = Add(name, BitmapJson(name, placed, FbxPlacement(texture)));
 }
 
 Json Maps::FromLibrary(const aiMaterial& material, aiTextureType type, unsigned index) {
@@ -135,24 +132,22 @@ Json Maps::FromLibrary(const aiMaterial& material, aiTextureType type, unsigned 
         SetTransform(placement, transform);
     const std::string placed = files_.Place(path.C_Str(), "");
     Json map = BitmapJson(Stem(placed), placed, placement);
-    const std::string key = map.dump();
-    const auto known = known_.find(key);
-    return known != known_.end() ? known->second : known_[key] = Add(Stem(placed), std::move(map));
+    return AddOnce(Stem(placed), std::move(map));
 }
 
-Json Maps::NormalMap(const Json& map, double strength) {
+Json Maps::NormalMap(const Json& map) {
     if (map.is_null())
         return map;
-    Json entry = {{"class", "Normal Bump"},
-                  {"name", map.get<std::string>() + " normal"},
-                  {"params", {{"normal_map", map}}}};
-    if (Tidy(strength) != 1)
-        entry["params"]["mult_spin"] = Tidy(strength);
-    const std::string key = entry.dump();
-    const auto known = known_.find(key);
-    return known != known_.end()
-               ? known->second
-               : known_[key] = Add(entry["name"].get<std::string>(), std::move(entry));
+    const std::string name = map.get<std::string>() + " normal";
+    return AddOnce(name,
+                   {{"class", "Normal Bump"}, {"name", name}, {"params", {{"normal_map", map}}}});
+}
+
+std::string Maps::AddOnce(const std::string& wantedId, Json entry) {
+    const auto [place, isNew] = known_.try_emplace(entry.dump());
+    if (isNew)
+        place->second = Add(wantedId, std::move(entry));
+    return place->second;
 }
 
 std::string Maps::Add(const std::string& wantedId, Json entry) {

@@ -35,16 +35,12 @@ Json Materials::OfFbx(const FbxObject& object) {
 }
 
 Json Materials::One(const MaterialSource& source) {
-    if (source.IsNone())
+    if (!source.fbx && source.importedIndex < 0)
         return nullptr;
     // An FBX material is the same one whether or not a mesh piece showed the library's view.
     const MaterialSource key{source.fbx, source.fbx ? -1 : source.importedIndex};
-    const auto known = known_.find(key);
-    return known != known_.end() ? known->second : Convert(source);
-}
-
-Json Materials::Convert(const MaterialSource& source) {
-    const MaterialSource key{source.fbx, source.fbx ? -1 : source.importedIndex};
+    if (const auto known = known_.find(key); known != known_.end())
+        return known->second;
     const std::optional<HostClass> hostClass = source.fbx ? HostClassOf(*source.fbx) : std::nullopt;
     if (hostClass) {
         // The reference is known before the entry: materials may refer to each other in rings.

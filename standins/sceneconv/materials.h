@@ -22,8 +22,8 @@ class Materials {
     [[nodiscard]] const Json& Entries() const { return materials_; }
 
   private:
+    /// The reference for one material, converted when it comes up first; null for none.
     [[nodiscard]] Json One(const MaterialSource& source);
-    [[nodiscard]] Json Convert(const MaterialSource& source);
     [[nodiscard]] Json Add(const std::string& name, Json entry);
 
     const SourceScene& scene_;

@@ -1,33 +1,22 @@
 #include "sceneconv/matrix.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
 namespace sceneconv {
 
-Matrix ToMatrix(const aiMatrix4x4t<float>& m) {
-    return {m.a1, m.a2, m.a3, m.a4, m.b1, m.b2, m.b3, m.b4,
-            m.c1, m.c2, m.c3, m.c4, m.d1, m.d2, m.d3, m.d4};
-}
-
-Vector ToVector(const aiVector3t<float>& v) {
-    return {v.x, v.y, v.z};
-}
-
-Matrix FromAxes(const Vector& x, const Vector& y, const Vector& z, const Vector& position) {
-    return {x.x, y.x, z.x, position.x, x.y, y.y, z.y, position.y,
-            x.z, y.z, z.z, position.z, 0,   0,   0,   1};
-}
-
 Matrix Translation(const Vector& v) {
-    return FromAxes({1, 0, 0}, {0, 1, 0}, {0, 0, 1}, v);
+    Matrix m;
+    return Matrix::Translation(v, m);
 }
 
 Matrix Scaling(const Vector& v) {
-    return FromAxes({v.x, 0, 0}, {0, v.y, 0}, {0, 0, v.z}, {0, 0, 0});
+    Matrix m;
+    return Matrix::Scaling(v, m);
 }
 
-Matrix AxisRotation(int axis, double degrees) {
+Matrix AxisRotation(unsigned axis, double degrees) {
     const double quarters = degrees / 90;
     double s = std::sin(degrees * std::numbers::pi / 180);
     double c = std::cos(degrees * std::numbers::pi / 180);
@@ -35,27 +24,13 @@ Matrix AxisRotation(int axis, double degrees) {
         s = std::round(s);
         c = std::round(c);
     }
-    switch (axis) {
-    case 0:
-        return FromAxes({1, 0, 0}, {0, c, s}, {0, -s, c}, {0, 0, 0});
-    case 1:
-        return FromAxes({c, 0, -s}, {0, 1, 0}, {s, 0, c}, {0, 0, 0});
-    default:
-        return FromAxes({c, s, 0}, {-s, c, 0}, {0, 0, 1}, {0, 0, 0});
-    }
-}
-
-Matrix FromQuaternion(double x, double y, double z, double w) {
-    const double length = std::sqrt(x * x + y * y + z * z + w * w);
-    if (!(length > 0))
-        return {};
-    x /= length;
-    y /= length;
-    z /= length;
-    w /= length;
-    return FromAxes({1 - 2 * (y * y + z * z), 2 * (x * y + z * w), 2 * (x * z - y * w)},
-                    {2 * (x * y - z * w), 1 - 2 * (x * x + z * z), 2 * (y * z + x * w)},
-                    {2 * (x * z + y * w), 2 * (y * z - x * w), 1 - 2 * (x * x + y * y)}, {0, 0, 0});
+    const unsigned next = (axis + 1) % 3;
+    const unsigned last = (axis + 2) % 3;
+    Matrix m;
+    m[next][next] = m[last][last] = c;
+    m[last][next] = s;
+    m[next][last] = -s;
+    return m;
 }
 
 Matrix InverseOrIdentity(const Matrix& m) {
@@ -65,23 +40,9 @@ Matrix InverseOrIdentity(const Matrix& m) {
 }
 
 bool IsFinite(const Matrix& m) {
-    for (unsigned row = 0; row < 4; ++row) {
-        for (unsigned column = 0; column < 4; ++column) {
-            if (!std::isfinite(m[row][column]))
-                return false;
-        }
-    }
-    return true;
-}
-
-bool IsIdentity(const Matrix& m) {
-    for (unsigned row = 0; row < 4; ++row) {
-        for (unsigned column = 0; column < 4; ++column) {
-            if (std::abs(m[row][column] - (row == column ? 1 : 0)) > 1e-12)
-                return false;
-        }
-    }
-    return true;
+    const auto finite = [](double value) { return std::isfinite(value); };
+    return std::all_of(m[0], m[0] + 4, finite) && std::all_of(m[1], m[1] + 4, finite) &&
+           std::all_of(m[2], m[2] + 4, finite) && std::all_of(m[3], m[3] + 4, finite);
 }
 
 Vector Position(const Matrix& m) {
@@ -98,7 +59,9 @@ Matrix LookFrame(const Vector& position, const Vector& direction, const Vector& 
     if (!(x.Length() > tiny))
         x = (std::abs(z.y) < 0.9 ? Vector{0, 1, 0} : Vector{0, 0, 1}) ^ z;
     x.Normalize();
-    return FromAxes(x, z ^ x, z, position);
+    const Vector y = z ^ x;
+    return {x.x, y.x, z.x, position.x, x.y, y.y, z.y, position.y,
+            x.z, y.z, z.z, position.z, 0,   0,   0,   1};
 }
 
 } // namespace sceneconv

@@ -6,29 +6,18 @@
 #include <assimp/types.h>
 #include <assimp/vector3.h>
 
-#include <array>
-
 namespace sceneconv {
 
 using Matrix = aiMatrix4x4t<double>;
 using Vector = aiVector3t<double>;
 
-[[nodiscard]] Matrix ToMatrix(const aiMatrix4x4t<float>& m);
-[[nodiscard]] Vector ToVector(const aiVector3t<float>& v);
-
-/// Columns x, y, z and position. aiMatrix4x4t's own constructor takes rows.
-[[nodiscard]] Matrix FromAxes(const Vector& x, const Vector& y, const Vector& z,
-                              const Vector& position);
-
 [[nodiscard]] Matrix Translation(const Vector& v);
 [[nodiscard]] Matrix Scaling(const Vector& v);
 /// Rotation about one axis (0 x, 1 y, 2 z) by degrees; exact at multiples of 90.
-[[nodiscard]] Matrix AxisRotation(int axis, double degrees);
-[[nodiscard]] Matrix FromQuaternion(double x, double y, double z, double w);
+[[nodiscard]] Matrix AxisRotation(unsigned axis, double degrees);
 /// The inverse; the identity when there is none (a node scaled to nothing).
 [[nodiscard]] Matrix InverseOrIdentity(const Matrix& m);
 [[nodiscard]] bool IsFinite(const Matrix& m);
-[[nodiscard]] bool IsIdentity(const Matrix& m);
 [[nodiscard]] Vector Position(const Matrix& m);
 
 /// The frame in which the host's lights and cameras look along -z with +y up, for a light or

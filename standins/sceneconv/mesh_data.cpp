@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstring>
 #include <map>
 #include <set>
+#include <string_view>
 #include <unordered_map>
 
 namespace sceneconv {
@@ -17,21 +17,16 @@ class Channel {
   public:
     explicit Channel(std::size_t size) : size_(size) {}
 
-    std::uint32_t Add(const float* value) {
+    void AddCorner(const float* value) {
         std::array<float, 4> key{};
-        for (std::size_t i = 0; i < size_; ++i) {
+        for (std::size_t i = 0; i < size_; ++i)
             key[i] = std::isfinite(value[i]) ? value[i] + 0.0F : 0.0F; // -0 becomes 0
-        }
         const auto next = static_cast<std::uint32_t>(places_.size());
         const auto [place, isNew] = places_.try_emplace(key, next);
-        if (isNew) {
-            values_.insert(values_.end(), key.begin(),
-                           key.begin() + static_cast<std::ptrdiff_t>(size_));
-        }
-        return place->second;
+        if (isNew)
+            values_.insert(values_.end(), key.data(), key.data() + size_);
+        corners_.push_back(place->second);
     }
-
-    void AddCorner(const float* value) { corners_.push_back(Add(value)); }
 
     [[nodiscard]] const std::vector<float>& Values() const { return values_; }
     [[nodiscard]] const std::vector<std::uint32_t>& Corners() const { return corners_; }
@@ -40,14 +35,8 @@ class Channel {
   private:
     struct Hash {
         std::size_t operator()(const std::array<float, 4>& key) const {
-            std::uint64_t hash = 14695981039346656037U;
-            for (const float value : key) {
-                std::uint32_t bits = 0;
-                std::memcpy(&bits, &value, sizeof bits);
-                hash = (hash ^ bits) * 1099511628211U;
-                hash ^= hash >> 29;
-            }
-            return static_cast<std::size_t>(hash);
+            return std::hash<std::string_view>()(
+                {reinterpret_cast<const char*>(key.data()), sizeof key});
         }
     };
 
@@ -96,33 +85,16 @@ class MeshBuilder {
         return channel == node_.uvChannels.end() ? index + 1 : channel->second;
     }
 
-    void AddPiece(const aiMesh& mesh, int materialId) {
+    void AddPiece(const aiMesh& mesh, std::uint32_t materialId) {
         const std::vector<Triangle> triangles = Triangles(mesh);
-        materialIds_.insert(materialIds_.end(), triangles.size(),
-                            static_cast<std::uint32_t>(materialId));
+        materialIds_.insert(materialIds_.end(), triangles.size(), materialId);
         if ((mesh.mPrimitiveTypes & aiPrimitiveType_NGONEncodingFlag) != 0)
             AddVisibleEdges(triangles);
         else
             visibleEdges_.insert(visibleEdges_.end(), triangles.size(), 7U);
-        std::map<unsigned, const aiVector3D*> uvs;
-        for (unsigned i = 0; i < AI_MAX_NUMBER_OF_TEXTURECOORDS; ++i) {
-            if (mesh.HasTextureCoords(i))
-                uvs[UvChannel(i)] = mesh.mTextureCoords[i];
-        }
         for (const Triangle& triangle : triangles) {
             for (const unsigned corner : triangle)
                 AddCorner(mesh, corner);
-        }
-        for (auto& [number, channel] : uvs_)
-            AddUvs(channel, uvs[number], triangles);
-    }
-
-    static void AddUvs(Channel& channel, const aiVector3D* values,
-                       const std::vector<Triangle>& triangles) {
-        const aiVector3D zero;
-        for (const Triangle& triangle : triangles) {
-            for (const unsigned corner : triangle)
-                channel.AddCorner(values ? &values[corner].x : &zero.x);
         }
     }
 
@@ -143,6 +115,16 @@ class MeshBuilder {
             triangles.push_back(t);
         }
         return triangles;
+    }
+
+    /// The set of texture coordinates that is this channel of the host; null if the mesh has none.
+    const aiVector3D* FindUvs(const aiMesh& mesh, unsigned channel) const {
+        const aiVector3D* uvs = nullptr;
+        for (unsigned i = 0; i < AI_MAX_NUMBER_OF_TEXTURECOORDS; ++i) {
+            if (mesh.HasTextureCoords(i) && UvChannel(i) == channel)
+                uvs = mesh.mTextureCoords[i];
+        }
+        return uvs;
     }
 
     /// Triangles of one polygon follow each other and begin with the same vertex; an edge that
@@ -179,6 +161,10 @@ class MeshBuilder {
             colors_.AddCorner(&color.r);
             const float alpha[3] = {color.a, color.a, color.a};
             alphas_.AddCorner(alpha);
+        }
+        for (auto& [number, channel] : uvs_) {
+            const aiVector3D* uvs = FindUvs(mesh, number);
+            channel.AddCorner(uvs ? &uvs[corner].x : &zero.x);
         }
     }
 

@@ -1,58 +1,47 @@
+#include "sceneconv/scene_json.h"
 #include "sceneconv/source_scene.h"
 
 #include <assimp/commonMetaData.h>
 #include <assimp/config.h>
 #include <assimp/postprocess.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
-#include <map>
-#include <new>
+#include <utility>
 
 namespace sceneconv {
 
 namespace {
 
-std::string Shown(const std::filesystem::path& file) {
-    return file.string();
-}
-
 std::string ReadBytes(const std::filesystem::path& file) {
     std::error_code error;
     if (std::filesystem::is_directory(file, error))
-        throw ConvertError(Shown(file) + ": is a folder, not a scene file");
+        throw ConvertError(file, "is a folder, not a scene file");
     errno = 0;
     std::ifstream stream(file, std::ios::binary);
     if (!stream)
-        throw ConvertError(Shown(file) + ": cannot be opened: " + std::strerror(errno));
+        throw ConvertError(file, std::string("cannot be opened: ") + std::strerror(errno));
     stream.seekg(0, std::ios::end);
     const std::streamoff size = stream.tellg();
     if (size <= 0)
-        throw ConvertError(Shown(file) + (size < 0 ? ": cannot be read" : ": is empty"));
+        throw ConvertError(file, size < 0 ? "cannot be read" : "is empty");
     std::string bytes(static_cast<std::size_t>(size), '\0');
     stream.seekg(0);
     if (!stream.read(bytes.data(), size))
-        throw ConvertError(Shown(file) + ": cannot be read to its end");
+        throw ConvertError(file, "cannot be read to its end");
     return bytes;
 }
 
 void RefuseOldFbx(const std::filesystem::path& file, const FbxHead& head) {
     if (head.isFbx && head.version != 0 && head.version < 7100) {
-        throw ConvertError(Shown(file) + ": FBX version " + std::to_string(head.version) +
-                           " is too old, only 7100 (FBX 2011) and later can be read; "
-                           "save it again in a newer version");
+        throw ConvertError(file, "FBX version " + std::to_string(head.version) +
+                                     " is too old, only 7100 (FBX 2011) and later can be read; "
+                                     "save it again in a newer version");
     }
-}
-
-std::string OneLine(std::string text) {
-    for (char& c : text) {
-        if (static_cast<unsigned char>(c) < ' ')
-            c = ' ';
-    }
-    return text;
 }
 
 void Import(SourceScene& scene) {
@@ -63,17 +52,11 @@ void Import(SourceScene& scene) {
     scene.importer->SetPropertyBool(AI_CONFIG_IMPORT_COLLADA_USE_COLLADA_NAMES, true);
     scene.imported = scene.importer->ReadFile(scene.file.string(), aiProcess_Triangulate);
     if (!scene.imported || !scene.imported->mRootNode) {
-        const std::string reason = OneLine(scene.importer->GetErrorString());
-        throw ConvertError(Shown(scene.file) + ": is not a scene that can be read" +
-                           (reason.empty() ? "" : ": " + reason));
+        std::string reason = scene.importer->GetErrorString();
+        std::replace_if(reason.begin(), reason.end(), IsControl, ' ');
+        throw ConvertError(scene.file, "is not a scene that can be read" +
+                                           (reason.empty() ? "" : ": " + reason));
     }
-}
-
-std::string LibraryFormat(const aiScene& library) {
-    aiString format;
-    const bool known =
-        library.mMetaData && library.mMetaData->Get(AI_METADATA_SOURCE_FORMAT, format);
-    return known ? format.C_Str() : "";
 }
 
 /// Metres in the unit that a Collada file names in its head; 1 when it names none.
@@ -102,7 +85,10 @@ void KeepColladaUnit(SourceScene& scene, std::string_view bytes, Warnings& warni
 
 /// What the format's own rules say, and what the library loses of it.
 void ApplyFormat(SourceScene& scene, std::string_view bytes, Warnings& warnings) {
-    const std::string format = LibraryFormat(*scene.imported);
+    aiString library;
+    if (scene.imported->mMetaData)
+        scene.imported->mMetaData->Get(AI_METADATA_SOURCE_FORMAT, library);
+    const std::string_view format = library.C_Str();
     if (scene.fbx) {
         OverlayFbx(scene, warnings);
     } else if (format == "glTF2 Importer") {
@@ -126,35 +112,41 @@ void ReadFbx(SourceScene& scene, std::string_view bytes, Warnings& warnings) {
 }
 
 void RefuseEmpty(const SourceScene& scene) {
-    bool anything = false;
-    for (const SourceNode& node : scene.nodes)
-        anything = anything || !node.pieces.empty() || node.camera || node.light;
-    if (!anything)
-        throw ConvertError(Shown(scene.file) + ": holds no mesh, light or camera");
+    if (std::none_of(scene.nodes.begin(), scene.nodes.end(), [](const SourceNode& node) {
+            return !node.pieces.empty() || node.camera || node.light;
+        })) {
+        throw ConvertError(scene.file, "holds no mesh, light or camera");
+    }
 }
+
+constexpr std::pair<const char*, double> unitCentimetres[] = {
+    {"millimeters", 0.1}, {"centimeters", 1},  {"inches", 2.54},      {"feet", 30.48},
+    {"meters", 100},      {"miles", 160934.4}, {"kilometers", 100000}};
 
 } // namespace
 
-Unit UnitOf(double centimeters, Warnings& warnings) {
-    static const std::map<double, std::string> names = {
-        {0.1, "millimeters"}, {1.0, "centimeters"}, {2.54, "inches"},      {30.48, "feet"},
-        {100.0, "meters"},    {160934.4, "miles"},  {100000, "kilometers"}};
-    for (const auto& [size, name] : names) {
-        if (std::abs(centimeters - size) < 1e-6 * size)
-            return {name, 1};
-    }
-    if (!std::isfinite(centimeters) || centimeters <= 0) {
-        warnings.Add("the file's unit makes no sense; taken as centimeters");
-        return {"centimeters", 1};
-    }
-    return {"centimeters", centimeters};
+double Unit::Metres() const {
+    const auto* unit = std::find_if(std::begin(unitCentimetres), std::end(unitCentimetres),
+                                    [&](const auto& candidate) { return candidate.first == type; });
+    return unit->second / 100 * scale;
 }
 
-std::vector<std::vector<int>> ChildLists(const std::vector<SourceNode>& nodes) {
-    std::vector<std::vector<int>> children(nodes.size());
+Unit UnitOf(double centimeters, Warnings& warnings) {
+    for (const auto& [type, size] : unitCentimetres) {
+        if (std::abs(centimeters - size) < 1e-6 * size)
+            return {type, 1};
+    }
+    if (std::isfinite(centimeters) && centimeters > 0)
+        return {"centimeters", centimeters};
+    warnings.Add("the file's unit makes no sense; taken as centimeters");
+    return {};
+}
+
+std::vector<std::vector<std::size_t>> ChildLists(const std::vector<SourceNode>& nodes) {
+    std::vector<std::vector<std::size_t>> children(nodes.size());
     for (std::size_t i = 0; i < nodes.size(); ++i) {
-        if (nodes[i].parent >= 0)
-            children[static_cast<std::size_t>(nodes[i].parent)].push_back(static_cast<int>(i));
+        if (nodes[i].parent)
+            children[*nodes[i].parent].push_back(i);
     }
     return children;
 }

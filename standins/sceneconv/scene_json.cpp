@@ -1,5 +1,6 @@
 #include "sceneconv/scene_json.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <charconv>
@@ -132,6 +133,18 @@ std::string ToUtf8(std::string_view text) {
         }
     }
     return utf8;
+}
+
+bool IsControl(char c) {
+    return static_cast<unsigned char>(c) < ' ';
+}
+
+std::string PortableFileName(std::string name) {
+    const auto refused = [](char c) {
+        return IsControl(c) || std::string_view("<>:\"/\\|?*").find(c) != std::string_view::npos;
+    };
+    std::replace_if(name.begin(), name.end(), refused, '_');
+    return name;
 }
 
 std::string Ids::Next(std::string_view wanted) {

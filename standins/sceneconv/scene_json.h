@@ -31,6 +31,10 @@ using Json = nlohmann::ordered_json;
 /// The text as it is when it is UTF-8; otherwise its bytes taken as Latin-1.
 [[nodiscard]] std::string ToUtf8(std::string_view text);
 
+[[nodiscard]] bool IsControl(char c);
+/// The name with a `_` for every character that the host's file system refuses.
+[[nodiscard]] std::string PortableFileName(std::string name);
+
 /// Hands out ids of one dictionary: the wanted text, with a number behind it when it is taken.
 class Ids {
   public:

@@ -24,26 +24,23 @@ std::string NameOf(const SourceNode& node, const SourceScene& scene) {
 Json Objects::AddMesh(const std::string& name, Json mesh) {
     Json object = {{"class", "Editable Mesh"}, {"mesh", std::move(mesh)}};
     std::vector<std::string>& equals = meshes_[std::hash<Json>()(object)];
-    for (const std::string& id : equals) {
-        if (objects_[id] == object)
-            return id;
-    }
-    const Json id = Add(name, std::move(object));
-    equals.push_back(id.get<std::string>());
-    return id;
+    return AddOnce(name, std::move(object), equals);
 }
 
 Json Objects::Add(const std::string& name, Json object, std::int64_t source) {
-    if (source >= 0) {
-        for (const std::string& id : bySource_[source]) {
-            if (objects_[id] == object)
-                return id;
-        }
+    std::vector<std::string> none;
+    return AddOnce(name, std::move(object), source < 0 ? none : bySource_[source]);
+}
+
+std::string Objects::AddOnce(const std::string& name, Json object,
+                             std::vector<std::string>& candidates) {
+    for (const std::string& id : candidates) {
+        if (objects_[id] == object)
+            return id;
     }
     const std::string id = ids_.Next(name);
     objects_[id] = std::move(object);
-    if (source >= 0)
-        bySource_[source].push_back(id);
+    candidates.push_back(id);
     return id;
 }
 
@@ -68,16 +65,15 @@ Json Nodes::Write() {
 
 void Nodes::Place() {
     for (const SourceNode& node : scene_.nodes) {
-        isTarget_.insert(node.target);
+        if (node.target)
+            targets_.insert(*node.target);
         Placed place;
-        const Matrix world =
-            node.parent < 0
-                ? node.local
-                : placed_[static_cast<std::size_t>(node.parent)].world *
-                      InverseOrIdentity(placed_[static_cast<std::size_t>(node.parent)].frame) *
-                      node.local;
         place.frame = HostFrame(node);
-        place.world = world * place.frame;
+        place.world = node.local * place.frame;
+        if (node.parent) {
+            const Placed& parent = placed_[*node.parent];
+            place.world = parent.world * InverseOrIdentity(parent.frame) * node.local * place.frame;
+        }
         if (!IsDropped(placed_.size())) {
             place.id = ids_.Next(NameOf(node, scene_));
             ++names_[NameOf(node, scene_)];
@@ -89,13 +85,10 @@ void Nodes::Place() {
 Json Nodes::LocalTransform(std::size_t index) const {
     const SourceNode& node = scene_.nodes[index];
     const Matrix& frame = placed_[index].frame;
-    const bool top = node.parent < 0 || IsDropped(static_cast<std::size_t>(node.parent));
-    if (top) {
-        const Matrix above = node.parent < 0 ? Matrix() : scene_.nodes.front().local;
-        return TransformJson(scene_.toHost * above * node.local * frame);
-    }
-    const Matrix& parent = placed_[static_cast<std::size_t>(node.parent)].frame;
-    return TransformJson(InverseOrIdentity(parent) * node.local * frame);
+    if (!IsTop(node))
+        return TransformJson(InverseOrIdentity(placed_[*node.parent].frame) * node.local * frame);
+    const Matrix above = node.parent ? scene_.nodes.front().local : Matrix();
+    return TransformJson(scene_.toHost * above * node.local * frame);
 }
 
 Json Nodes::WriteNode(std::size_t index) {
@@ -105,10 +98,10 @@ Json Nodes::WriteNode(std::size_t index) {
     // Left out, the id is the name, which only works for a name of one node.
     if (placed_[index].id != node["name"] || names_[placed_[index].id] > 1)
         node["id"] = placed_[index].id;
-    if (from.parent >= 0 && !IsDropped(static_cast<std::size_t>(from.parent)))
-        node["parent"] = placed_[static_cast<std::size_t>(from.parent)].id;
+    if (!IsTop(from))
+        node["parent"] = placed_[*from.parent].id;
     node["transform"] = LocalTransform(index);
-    if (!from.pieces.empty() && !IsIdentity(from.objectOffset))
+    if (!from.pieces.empty() && !from.objectOffset.Equal(Matrix(), 1e-12))
         node["object_offset"] = TransformJson(from.objectOffset);
     if (from.hidden)
         node["hidden"] = true;
@@ -120,12 +113,9 @@ Json Nodes::WriteNode(std::size_t index) {
 }
 
 double Nodes::TargetDistance(std::size_t index) const {
-    const int target = scene_.nodes[index].target;
-    if (target < 0)
-        return 0;
-    const Vector aim =
-        Position(placed_[static_cast<std::size_t>(target)].world) - Position(placed_[index].world);
-    return aim.Length();
+    const std::optional<std::size_t> target = scene_.nodes[index].target;
+    return target ? (Position(placed_[*target].world) - Position(placed_[index].world)).Length()
+                  : 0;
 }
 
 void Nodes::AddObjects(Json& node, std::size_t index, Json& extra) {
@@ -138,7 +128,7 @@ void Nodes::AddObjects(Json& node, std::size_t index, Json& extra) {
             node["material"] = materials_.OfNode(from);
         }
     }
-    const auto place = [&](Json object, const char* what, const auto& held) {
+    const auto place = [&](Json object, const char* what, const NodeAttribute& held) {
         Json* holder = &node;
         if (node.contains("object")) { // the host has one object a node
             extra.push_back({{"name", name + what}, {"parent", placed_[index].id}});
@@ -146,8 +136,8 @@ void Nodes::AddObjects(Json& node, std::size_t index, Json& extra) {
             (*holder)["transform"] = TransformJson(held.frame);
         }
         (*holder)["object"] = objects_.Add(name, std::move(object), held.source);
-        if (from.target >= 0)
-            (*holder)["target"] = placed_[static_cast<std::size_t>(from.target)].id;
+        if (from.target)
+            (*holder)["target"] = placed_[*from.target].id;
     };
     if (from.camera) {
         place(CameraObject(*from.camera, TargetDistance(index), reference), " camera",
@@ -157,7 +147,7 @@ void Nodes::AddObjects(Json& node, std::size_t index, Json& extra) {
         place(LightObject(*from.light, scene_.unit, TargetDistance(index), reference), " light",
               *from.light);
     }
-    if (!node.contains("object") && !isTarget_.contains(static_cast<int>(index)))
+    if (!node.contains("object") && !targets_.contains(index))
         node["object"] = {{"class", "Dummy"}};
 }
 

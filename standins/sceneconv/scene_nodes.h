@@ -19,6 +19,10 @@ class Objects {
     [[nodiscard]] const Json& Entries() const { return objects_; }
 
   private:
+    /// The one of the candidates that is equal to the object; a new one, added to them, if none.
+    [[nodiscard]] std::string AddOnce(const std::string& name, Json object,
+                                      std::vector<std::string>& candidates);
+
     Json objects_ = Json::object();
     Ids ids_;
     std::unordered_map<std::size_t, std::vector<std::string>> meshes_;
@@ -40,9 +44,13 @@ class Nodes {
     };
 
     [[nodiscard]] bool IsDropped(std::size_t index) const { return index == 0 && scene_.dropRoot; }
+    [[nodiscard]] bool IsTop(const SourceNode& node) const {
+        return !node.parent || IsDropped(*node.parent);
+    }
     void Place();
     [[nodiscard]] Json WriteNode(std::size_t index);
     [[nodiscard]] Json LocalTransform(std::size_t index) const;
+    /// Puts in the node's object; the others go into `extra`, nodes of their own.
     void AddObjects(Json& node, std::size_t index, Json& extra);
     [[nodiscard]] double TargetDistance(std::size_t index) const;
 
@@ -53,7 +61,7 @@ class Nodes {
     Ids ids_;
     std::vector<Placed> placed_;
     std::map<std::string, int> names_; ///< how many nodes of each name
-    std::set<int> isTarget_;           ///< the host gives these their object
+    std::set<std::size_t> targets_;    ///< the host gives these their object
 };
 
 } // namespace sceneconv

@@ -26,33 +26,35 @@ struct MaterialSource {
     const FbxObject* fbx = nullptr;
     int importedIndex = -1; ///< in aiScene::mMaterials
 
-    [[nodiscard]] bool IsNone() const { return !fbx && importedIndex < 0; }
     auto operator<=>(const MaterialSource&) const = default;
 };
 
 /// One of the meshes into which the library split a node's mesh, one for each material.
 struct MeshPiece {
-    unsigned mesh = 0; ///< index in aiScene::mMeshes
-    int materialId = 0;
+    unsigned mesh = 0;            ///< index in aiScene::mMeshes
+    std::uint32_t materialId = 0; ///< index in SourceNode::materials
 };
 
-struct Camera {
-    Matrix frame;   ///< in the node: where the camera stands; it looks along -z
+/// What a camera and a light have in common.
+struct NodeAttribute {
+    Matrix frame;             ///< in the node: where it stands; it looks or shines along -z
+    std::int64_t source = -1; ///< equal for nodes that share one attribute of the source
+    const FbxObject* fbx = nullptr;
+};
+
+struct Camera : NodeAttribute {
     double fov = 0; ///< horizontal, radians
     bool ortho = false;
     double orthoWidth = 0; ///< source units
     double nearClip = 0;   ///< source units; clipping is manual when farClip > nearClip
     double farClip = 0;
-    std::int64_t source = -1; ///< equal for nodes that share one camera of the source
-    const FbxObject* fbx = nullptr;
 };
 
 enum class LightKind { Point, Spot, Directional, Area, Ambient };
 enum class LightUnit { Factor, Candela, Lux };
 
-struct Light {
+struct Light : NodeAttribute {
     LightKind kind = LightKind::Point;
-    Matrix frame; ///< in the node: where the light stands; it shines along -z
     std::array<double, 3> color = {1, 1, 1};
     double intensity = 1;
     LightUnit unit = LightUnit::Factor;
@@ -60,13 +62,11 @@ struct Light {
     double width = 0;     ///< source units, area lights
     double height = 0;
     bool on = true;
-    std::int64_t source = -1; ///< equal for nodes that share one light of the source
-    const FbxObject* fbx = nullptr;
 };
 
 struct SourceNode {
     std::string name;
-    int parent = -1;
+    std::optional<std::size_t> parent; ///< index in SourceScene::nodes
     Matrix local;
     Matrix objectOffset; ///< of the mesh in the node, not passed on to children
     std::vector<MeshPiece> pieces;
@@ -75,7 +75,7 @@ struct SourceNode {
     std::optional<Camera> camera;
     std::optional<Light> light;
     bool hidden = false;
-    int target = -1;
+    std::optional<std::size_t> target; ///< index in SourceScene::nodes
     std::string userProperties;
     std::optional<std::array<int, 3>> wireColor;
 };
@@ -84,6 +84,8 @@ struct SourceNode {
 struct Unit {
     std::string type = "centimeters";
     double scale = 1;
+
+    [[nodiscard]] double Metres() const;
 };
 
 struct SourceScene {
@@ -103,7 +105,8 @@ struct SourceScene {
 [[nodiscard]] Unit UnitOf(double centimeters, Warnings& warnings);
 
 /// Node indices of every node's children, in order.
-[[nodiscard]] std::vector<std::vector<int>> ChildLists(const std::vector<SourceNode>& nodes);
+[[nodiscard]] std::vector<std::vector<std::size_t>>
+ChildLists(const std::vector<SourceNode>& nodes);
 
 /// Reads a file. Throws ConvertError with one clear line.
 [[nodiscard]] SourceScene ReadSource(const std::filesystem::path& file, Warnings& warnings);

@@ -1,19 +1,16 @@
 #include "sceneconv/textures.h"
 
 #include <algorithm>
-#include <cctype>
+#include <charconv>
 #include <fstream>
+
+#include <strings.h>
 
 namespace sceneconv {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string FileName(const std::string& path) {
-    const std::size_t cut = path.find_last_of("/\\");
-    return cut == std::string::npos ? path : path.substr(cut + 1);
-}
 
 std::string ForwardSlashes(std::string path) {
     std::replace(path.begin(), path.end(), '\\', '/');
@@ -22,29 +19,18 @@ std::string ForwardSlashes(std::string path) {
 
 std::string PercentDecoded(const std::string& text) {
     std::string decoded;
-    const auto hex = [](char c) {
-        const auto digit =
-            std::string_view("0123456789abcdef")
-                .find(static_cast<char>(std::tolower(static_cast<unsigned char>(c))));
-        return digit == std::string_view::npos ? -1 : static_cast<int>(digit);
-    };
     for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '%' && i + 2 < text.size() && hex(text[i + 1]) >= 0 &&
-            hex(text[i + 2]) >= 0) {
-            decoded += static_cast<char>(hex(text[i + 1]) * 16 + hex(text[i + 2]));
+        const char* digits = text.data() + i + 1;
+        unsigned char byte = 0;
+        if (text[i] == '%' && i + 2 < text.size() &&
+            std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2) {
+            decoded += static_cast<char>(byte);
             i += 2;
         } else {
             decoded += text[i];
         }
     }
     return decoded;
-}
-
-bool SameLetters(const std::string& a, const std::string& b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        return std::tolower(static_cast<unsigned char>(x)) ==
-               std::tolower(static_cast<unsigned char>(y));
-    });
 }
 
 /// The file as the host's file system would find it: letter case does not count.
@@ -54,8 +40,10 @@ fs::path FindFile(const fs::path& path) {
         return path;
     const std::string name = path.filename().string();
     for (const fs::directory_entry& entry : fs::directory_iterator(path.parent_path(), error)) {
-        if (SameLetters(entry.path().filename().string(), name) && entry.is_regular_file(error))
+        if (strcasecmp(entry.path().filename().c_str(), name.c_str()) == 0 &&
+            entry.is_regular_file(error)) {
             return entry.path();
+        }
     }
     return {};
 }
@@ -65,12 +53,7 @@ std::string SafeName(const std::string& stored, const aiTexture& texture, std::s
     std::string name = FileName(stored);
     if (name.empty() || name[0] == '*')
         name = FileName(texture.mFilename.C_Str());
-    for (char& c : name) {
-        if (static_cast<unsigned char>(c) < ' ' ||
-            std::string_view(":*?\"<>|").find(c) != std::string_view::npos) {
-            c = '_';
-        }
-    }
+    name = PortableFileName(name);
     if (name.find_first_not_of('.') == std::string::npos)
         name = "texture_" + std::to_string(number);
     if (fs::path(name).extension().empty()) {
@@ -82,32 +65,20 @@ std::string SafeName(const std::string& stored, const aiTexture& texture, std::s
 
 /// An uncompressed picture as a 32-bit TGA file.
 void WritePixels(std::ostream& out, const aiTexture& texture) {
-    const auto low = [](unsigned n) { return static_cast<char>(n & 255U); };
-    const auto high = [](unsigned n) { return static_cast<char>(n >> 8 & 255U); };
-    const char head[18] = {0,
-                           0,
-                           2,
-                           0,
-                           0,
-                           0,
-                           0,
-                           0,
-                           0,
-                           0,
-                           0,
-                           0,
-                           low(texture.mWidth),
-                           high(texture.mWidth),
-                           low(texture.mHeight),
-                           high(texture.mHeight),
-                           32,
-                           0x28};
-    out.write(head, sizeof head);
+    const std::uint16_t size[] = {static_cast<std::uint16_t>(texture.mWidth),
+                                  static_cast<std::uint16_t>(texture.mHeight)};
+    out.write("\0\0\2\0\0\0\0\0\0\0\0\0", 12); // true colour without a palette
+    out.write(reinterpret_cast<const char*>(size), sizeof size);
+    out << '\x20' << '\x28'; // 32 bits, 8 of them alpha; the first row is on top
     out.write(reinterpret_cast<const char*>(texture.pcData), // b, g, r, a bytes
               static_cast<std::streamsize>(texture.mWidth) * texture.mHeight * 4);
 }
 
 } // namespace
+
+std::string FileName(const std::string& path) {
+    return path.substr(path.find_last_of("/\\") + 1); // npos + 1 is 0
+}
 
 std::string TextureFiles::Place(const std::string& stored, const std::string& relative) {
     const auto [place, isNew] = placed_.try_emplace({stored, relative});
@@ -157,7 +128,7 @@ std::string TextureFiles::WriteEmbedded(const aiTexture& texture, const std::str
     else
         WritePixels(out, texture);
     if (!out.flush())
-        throw ConvertError((folder / name).string() + ": cannot be written");
+        throw ConvertError(folder / name, "cannot be written");
     folders_.insert(folder.lexically_normal());
     return FileName(stored) == name ? stored : folder.filename().string() + "/" + name;
 }

@@ -11,6 +11,9 @@
 
 namespace sceneconv {
 
+/// The last part of a path, whichever slashes it has.
+[[nodiscard]] std::string FileName(const std::string& path);
+
 /// Finds texture files, writes embedded ones beside the output and remembers the folders.
 class TextureFiles {
   public:
@@ -48,13 +51,15 @@ class Maps {
     /// Id of the map for a texture of a library material; null when the material has none.
     [[nodiscard]] Json FromLibrary(const aiMaterial& material, aiTextureType type,
                                    unsigned index = 0);
-    /// Id of a normal map that reads the given map.
-    [[nodiscard]] Json NormalMap(const Json& map, double strength);
+    /// Id of a normal map that reads the given map; null when that is none.
+    [[nodiscard]] Json NormalMap(const Json& map);
 
     [[nodiscard]] const Json& Entries() const { return maps_; }
 
   private:
     [[nodiscard]] std::string Add(const std::string& wantedId, Json entry);
+    /// The id of an equal entry that was added so; of a new one if there is none.
+    [[nodiscard]] std::string AddOnce(const std::string& wantedId, Json entry);
 
     TextureFiles& files_;
     Json maps_ = Json::object();

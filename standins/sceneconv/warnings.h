@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -12,7 +13,8 @@ namespace sceneconv {
 /// The one thing that stopped a conversion; the text is a complete line for the user.
 class ConvertError : public std::runtime_error {
   public:
-    using std::runtime_error::runtime_error;
+    ConvertError(const std::filesystem::path& file, const std::string& what)
+        : std::runtime_error(file.string() + ": " + what) {}
 };
 
 class Warnings {

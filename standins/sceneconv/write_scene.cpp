@@ -2,7 +2,9 @@
 
 #include "sceneconv/materials.h"
 #include "sceneconv/render_size.h"
+#include "sceneconv/scene_json.h"
 #include "sceneconv/scene_nodes.h"
+#include "sceneconv/source_scene.h"
 #include "sceneconv/textures.h"
 
 #include <fstream>
@@ -11,23 +13,11 @@ namespace sceneconv {
 
 namespace {
 
-/// The scene's own name in the host: a Windows path whose last part is the input's.
-std::string HostFileName(const std::filesystem::path& input) {
-    std::string name = ToUtf8(input.stem().string());
-    for (char& c : name) {
-        if (std::string_view("<>:\"/\\|?*").find(c) != std::string_view::npos ||
-            static_cast<unsigned char>(c) < ' ') {
-            c = '_';
-        }
-    }
-    return "C:\\Scenes\\" + name + ".max";
-}
-
 void WriteFile(const std::filesystem::path& path, const Json& scene) {
     const std::filesystem::path part = path.string() + ".part";
     std::ofstream out(part, std::ios::binary | std::ios::trunc);
     if (!out)
-        throw ConvertError(path.string() + ": cannot be written");
+        throw ConvertError(path, "cannot be written");
     out << scene.dump(1) << '\n';
     out.close();
     std::error_code error;
@@ -35,12 +25,11 @@ void WriteFile(const std::filesystem::path& path, const Json& scene) {
         std::filesystem::rename(part, path, error);
     if (!out || error) {
         std::filesystem::remove(part, error);
-        throw ConvertError(path.string() + ": cannot be written");
+        throw ConvertError(path, "cannot be written");
     }
 }
 
-} // namespace
-
+/// `output` is where the file is going to be: embedded pictures are written beside it.
 Json SceneJson(const SourceScene& scene, const std::filesystem::path& output, Warnings& warnings) {
     TextureFiles files(scene, output, warnings);
     Maps maps(files);
@@ -51,7 +40,9 @@ Json SceneJson(const SourceScene& scene, const std::filesystem::path& output, Wa
     Json json;
     json["format"] = "simhost-scene";
     json["version"] = 1;
-    json["file_name"] = HostFileName(scene.file);
+    // The scene's own name in the host: a Windows path whose last part is the input's.
+    json["file_name"] =
+        "C:\\Scenes\\" + PortableFileName(ToUtf8(scene.file.stem().string())) + ".max";
     json["units"] = {{"type", scene.unit.type}, {"scale", Tidy(scene.unit.scale)}};
     json["render"] = {{"width", renderWidth}, {"height", renderHeight}};
     json["map_paths"] = files.MapPaths();
@@ -62,11 +53,13 @@ Json SceneJson(const SourceScene& scene, const std::filesystem::path& output, Wa
     return json;
 }
 
+} // namespace
+
 Summary Convert(const std::filesystem::path& input, const std::filesystem::path& output,
                 Warnings& warnings) {
     std::error_code error;
     if (std::filesystem::equivalent(input, output, error))
-        throw ConvertError(output.string() + ": is the input itself");
+        throw ConvertError(output, "is the input itself");
     const SourceScene scene = ReadSource(input, warnings);
     const Json json = SceneJson(scene, output, warnings);
     WriteFile(output, json);

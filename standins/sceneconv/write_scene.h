@@ -1,17 +1,12 @@
-// The scene file.
+// From a file of any format to the scene file.
 #pragma once
 
-#include "sceneconv/scene_json.h"
-#include "sceneconv/source_scene.h"
+#include "sceneconv/warnings.h"
 
+#include <cstddef>
 #include <filesystem>
 
 namespace sceneconv {
-
-/// The whole scene file as JSON. `output` is where it is going to be: embedded pictures are
-/// written beside it.
-[[nodiscard]] Json SceneJson(const SourceScene& scene, const std::filesystem::path& output,
-                             Warnings& warnings);
 
 /// What a conversion made, for a line of report.
 struct Summary {

@@ -12,6 +12,7 @@
 
 #include "catalogue_embedded.h"
 #include "simhost/classes/catalogue.h"
+#include "simhost/classes/class_name_hash.h"
 #include "simhost/files/json_value.h"
 
 #include <cstdio>
@@ -165,9 +166,7 @@ void ReadFile(std::string_view name, std::string_view text, std::vector<ClassPtr
 } // namespace
 
 Class_ID ClassIdOfName(std::wstring_view name) {
-    std::uint64_t hash = 14695981039346656037u;
-    for (const wchar_t c : name)
-        hash = (hash ^ static_cast<std::uint64_t>(c)) * 1099511628211u;
+    const std::uint64_t hash = HashClassName(name);
     return {static_cast<ULONG>(hash >> 32), static_cast<ULONG>(hash)};
 }
 
