@@ -1,5 +1,7 @@
 #pragma once
 // The global names through which scripts reach the scene and the host.
+#include <functional>
+#include <string_view>
 
 namespace simhost::script {
 
@@ -13,5 +15,8 @@ void RegisterNodes(Interpreter& interpreter);     // objects, rootNode, deleting
 void RegisterGeometry(Interpreter& interpreter);  // conversions, transforms, face counts
 void RegisterMaterials(Interpreter& interpreter); // sub-materials, sub-maps, handles
 void RegisterServices(Interpreter& interpreter);  // renderers, colour pipeline, version, redraw
+
+/// Sees the text of every script that the host is given, before it runs; empty: nobody does.
+std::function<void(std::wstring_view)>& ScriptObserver();
 
 } // namespace simhost::script

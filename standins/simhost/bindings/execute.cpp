@@ -61,6 +61,12 @@ void LogFailure(const ScriptError& error, bool quiet) {
 }
 
 } // namespace
+
+std::function<void(std::wstring_view)>& ScriptObserver() {
+    static std::function<void(std::wstring_view)> observer;
+    return observer;
+}
+
 } // namespace simhost::script
 
 BOOL ExecuteMAXScriptScript(const MCHAR* script, MAXScript::ScriptSource /*source*/,
@@ -72,6 +78,8 @@ BOOL ExecuteMAXScriptScript(const MCHAR* script, MAXScript::ScriptSource /*sourc
         simhost::Scene::Current().faults.Give(simhost::Call::ExecuteMAXScriptScript, script);
     if (!run)
         return FALSE;
+    if (const auto& observer = ScriptObserver())
+        observer(run);
     try {
         const Value result = HostInterpreter().Run(run);
         if (value)
