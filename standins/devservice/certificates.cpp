@@ -5,7 +5,6 @@
 #include <openssl/err.h>
 #include <openssl/evp.h>
 #include <openssl/pem.h>
-#include <openssl/rand.h>
 #include <openssl/rsa.h>
 #include <openssl/x509v3.h>
 
@@ -16,62 +15,69 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <utility>
+#include <vector>
 
 namespace devservice {
 namespace {
 
 constexpr int authorityDays = 3650;
 
-[[noreturn]] void ThrowOpenSsl(const std::string& what) {
+void Check(bool good, const char* what) {
+    if (good)
+        return;
     std::array<char, 256> reason{};
     ERR_error_string_n(ERR_get_error(), reason.data(), reason.size());
-    throw StartError(what + ": " + reason.data());
-}
-
-void Check(bool good, const char* what) {
-    if (!good)
-        ThrowOpenSsl(what);
-}
-
-OpenSslPtr<EVP_PKEY> MakeKey() {
-    OpenSslPtr<EVP_PKEY> key(EVP_RSA_gen(2048));
-    Check(key != nullptr, "cannot make a key");
-    return key;
+    throw StartError(std::string(what) + ": " + reason.data());
 }
 
 void SetRandomSerial(X509* certificate) {
-    std::array<unsigned char, 16> bytes{};
-    Check(RAND_bytes(bytes.data(), bytes.size()) == 1, "no random numbers");
-    bytes[0] &= 0x7F; // positive
-    BIGNUM* number = BN_bin2bn(bytes.data(), bytes.size(), nullptr);
-    const bool done = BN_to_ASN1_INTEGER(number, X509_get_serialNumber(certificate)) != nullptr;
-    BN_free(number);
-    Check(done, "cannot number a certificate");
+    const OpenSslPtr<BIGNUM> number(BN_new());
+    constexpr int bits = 127; // positive in 16 bytes
+    Check(number && BN_rand(number.get(), bits, BN_RAND_TOP_ANY, BN_RAND_BOTTOM_ANY) == 1,
+          "no random numbers");
+    Check(BN_to_ASN1_INTEGER(number.get(), X509_get_serialNumber(certificate)) != nullptr,
+          "cannot number a certificate");
 }
 
-void AddExtension(X509* certificate, const X509* issuer, int id, const std::string& value) {
+void AddExtension(X509* certificate, X509* issuer, int id, const std::string& value) {
     X509V3_CTX context;
     X509V3_set_ctx_nodb(&context);
-    X509V3_set_ctx(&context, const_cast<X509*>(issuer), certificate, nullptr, nullptr, 0);
-    X509_EXTENSION* extension = X509V3_EXT_conf_nid(nullptr, &context, id, value.c_str());
+    X509V3_set_ctx(&context, issuer, certificate, nullptr, nullptr, 0);
+    const OpenSslPtr<X509_EXTENSION> extension(
+        X509V3_EXT_conf_nid(nullptr, &context, id, value.c_str()));
     Check(extension != nullptr, "cannot make a certificate extension");
-    X509_add_ext(certificate, extension, -1);
-    X509_EXTENSION_free(extension);
+    X509_add_ext(certificate, extension.get(), -1);
 }
 
-OpenSslPtr<X509> StartCertificate(EVP_PKEY* key, const std::string& commonName, int fromDays,
-                                  int toDays) {
-    OpenSslPtr<X509> certificate(X509_new());
-    Check(certificate != nullptr, "cannot make a certificate");
-    X509_set_version(certificate.get(), X509_VERSION_3);
-    SetRandomSerial(certificate.get());
-    X509_time_adj_ex(X509_getm_notBefore(certificate.get()), fromDays, 0, nullptr);
-    X509_time_adj_ex(X509_getm_notAfter(certificate.get()), toDays, 0, nullptr);
-    X509_set_pubkey(certificate.get(), key);
-    X509_NAME_add_entry_by_txt(X509_get_subject_name(certificate.get()), "CN", MBSTRING_UTF8,
-                               reinterpret_cast<const unsigned char*>(commonName.c_str()), -1, -1,
-                               0);
-    return certificate;
+struct CertificateContent {
+    std::string commonName;
+    int validFromDays;
+    int validToDays;
+    std::vector<std::pair<int, std::string>> extensions; // by NID
+};
+
+// A certificate for a fresh key, signed by `issuer`, or by itself if that is null.
+Identity MakeIdentity(const CertificateContent& what, const Identity* issuer) {
+    Identity made{.certificate = OpenSslPtr<X509>(X509_new()),
+                  .key = OpenSslPtr<EVP_PKEY>(EVP_RSA_gen(2048))};
+    Check(made.key != nullptr, "cannot make a key");
+    Check(made.certificate != nullptr, "cannot make a certificate");
+    const Identity& signer = issuer ? *issuer : made;
+    X509* certificate = made.certificate.get();
+    X509_set_version(certificate, X509_VERSION_3);
+    SetRandomSerial(certificate);
+    X509_time_adj_ex(X509_getm_notBefore(certificate), what.validFromDays, 0, nullptr);
+    X509_time_adj_ex(X509_getm_notAfter(certificate), what.validToDays, 0, nullptr);
+    X509_set_pubkey(certificate, made.key.get());
+    X509_NAME_add_entry_by_txt(X509_get_subject_name(certificate), "CN", MBSTRING_UTF8,
+                               reinterpret_cast<const unsigned char*>(what.commonName.c_str()), -1,
+                               -1, 0);
+    X509_set_issuer_name(certificate, X509_get_subject_name(signer.certificate.get()));
+    for (const auto& [id, value] : what.extensions)
+        AddExtension(certificate, signer.certificate.get(), id, value);
+    Check(X509_sign(certificate, signer.key.get(), EVP_sha256()) > 0, "cannot sign");
+    return made;
 }
 
 // Opens for writing with the given mode from the first byte on: a key is never readable by others.
@@ -93,36 +99,23 @@ Identity ReadIdentity(const std::filesystem::path& certificate, const std::files
         identity.key.reset(PEM_read_bio_PrivateKey(keyIn.get(), nullptr, nullptr, nullptr));
     }
     if (!identity.certificate || !identity.key ||
-        X509_check_private_key(identity.certificate.get(), identity.key.get()) != 1)
+        X509_check_private_key(identity.certificate.get(), identity.key.get()) != 1) {
         throw StartError(certificate.string() + " and " + key.filename().string() +
                          " are no certificate and its key; delete both for new ones");
+    }
     return identity;
-}
-
-std::string AlternativeNames(const ServerCertificate& what) {
-    std::string names;
-    const auto add = [&](const char* kind, const std::string& name) {
-        names += (names.empty() ? "" : ",") + std::string(kind) + ":" + name;
-    };
-    for (const auto& name : what.dnsNames)
-        add("DNS", name);
-    for (const auto& address : what.ipAddresses)
-        add("IP", address);
-    return names;
 }
 
 } // namespace
 
 Identity MakeAuthority(const std::string& commonName) {
-    Identity authority{.certificate = nullptr, .key = MakeKey()};
-    authority.certificate = StartCertificate(authority.key.get(), commonName, -1, authorityDays);
-    X509* certificate = authority.certificate.get();
-    X509_set_issuer_name(certificate, X509_get_subject_name(certificate));
-    AddExtension(certificate, certificate, NID_basic_constraints, "critical,CA:TRUE");
-    AddExtension(certificate, certificate, NID_key_usage, "critical,keyCertSign,cRLSign");
-    AddExtension(certificate, certificate, NID_subject_key_identifier, "hash");
-    Check(X509_sign(certificate, authority.key.get(), EVP_sha256()) > 0, "cannot sign");
-    return authority;
+    return MakeIdentity({commonName,
+                         -1,
+                         authorityDays,
+                         {{NID_basic_constraints, "critical,CA:TRUE"},
+                          {NID_key_usage, "critical,keyCertSign,cRLSign"},
+                          {NID_subject_key_identifier, "hash"}}},
+                        nullptr);
 }
 
 Identity LoadOrMakeAuthority(const std::filesystem::path& folder) {
@@ -130,9 +123,10 @@ Identity LoadOrMakeAuthority(const std::filesystem::path& folder) {
     const auto key = folder / "ca-key.pem";
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    if (error)
+    if (error) {
         throw StartError("cannot make the state folder " + folder.string() + ": " +
                          error.message());
+    }
     if (std::filesystem::exists(certificate) || std::filesystem::exists(key)) {
         Identity authority = ReadIdentity(certificate, key);
         if (X509_cmp_current_time(X509_get0_notAfter(authority.certificate.get())) > 0)
@@ -145,20 +139,16 @@ Identity LoadOrMakeAuthority(const std::filesystem::path& folder) {
 }
 
 Identity MakeServer(const Identity& authority, const ServerCertificate& what) {
-    Identity server{.certificate = nullptr, .key = MakeKey()};
-    const X509* issuer = authority.certificate.get();
-    server.certificate = StartCertificate(server.key.get(), "Local conversion service",
-                                          what.validFromDays, what.validToDays);
-    X509* certificate = server.certificate.get();
-    X509_set_issuer_name(certificate, X509_get_subject_name(issuer));
-    AddExtension(certificate, issuer, NID_basic_constraints, "critical,CA:FALSE");
-    AddExtension(certificate, issuer, NID_key_usage, "critical,digitalSignature,keyEncipherment");
-    AddExtension(certificate, issuer, NID_ext_key_usage, "serverAuth");
-    AddExtension(certificate, issuer, NID_subject_alt_name, AlternativeNames(what));
-    AddExtension(certificate, issuer, NID_subject_key_identifier, "hash");
-    AddExtension(certificate, issuer, NID_authority_key_identifier, "keyid");
-    Check(X509_sign(certificate, authority.key.get(), EVP_sha256()) > 0, "cannot sign");
-    return server;
+    return MakeIdentity({"Local conversion service",
+                         what.validFromDays,
+                         what.validToDays,
+                         {{NID_basic_constraints, "critical,CA:FALSE"},
+                          {NID_key_usage, "critical,digitalSignature,keyEncipherment"},
+                          {NID_ext_key_usage, "serverAuth"},
+                          {NID_subject_alt_name, what.alternativeNames},
+                          {NID_subject_key_identifier, "hash"},
+                          {NID_authority_key_identifier, "keyid"}}},
+                        &authority);
 }
 
 void WriteIdentity(const std::filesystem::path& folder, const std::string& name,

@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace devservice {
 
@@ -14,39 +13,40 @@ struct OpenSslDeleter {
     void operator()(SSL_CTX* context) const { SSL_CTX_free(context); }
     void operator()(SSL* connection) const { SSL_free(connection); }
     void operator()(BIO* bio) const { BIO_free_all(bio); }
+    void operator()(BIGNUM* number) const { BN_free(number); }
+    void operator()(X509_EXTENSION* extension) const { X509_EXTENSION_free(extension); }
 };
 template <typename T>
 using OpenSslPtr = std::unique_ptr<T, OpenSslDeleter>;
 
-// A certificate and its private key.
+/// A certificate and its private key.
 struct Identity {
     OpenSslPtr<X509> certificate;
     OpenSslPtr<EVP_PKEY> key;
 };
 
-// What a server certificate says. Times are days from now.
+/// What a server certificate says. Times are days from now.
 struct ServerCertificate {
-    std::vector<std::string> dnsNames;
-    std::vector<std::string> ipAddresses;
+    std::string alternativeNames; ///< "DNS:name,IP:address"
     int validFromDays = -1;
     int validToDays = 365;
 };
 
-// An authority that lives in memory alone: nobody can trust it.
+/// An authority that lives in memory alone: nobody can trust it.
 [[nodiscard]] Identity MakeAuthority(const std::string& commonName);
 
-// The authority of the state folder: read from ca.pem and ca-key.pem, or made and written there
-// (keys with mode 0600) when neither exists. Throws StartError.
+/// The authority of the state folder: read from ca.pem and ca-key.pem, or made and written there
+/// (keys with mode 0600) when neither exists. Throws StartError.
 [[nodiscard]] Identity LoadOrMakeAuthority(const std::filesystem::path& folder);
 
-// A server identity signed by `authority`, with a fresh key.
+/// A server identity signed by `authority`, with a fresh key.
 [[nodiscard]] Identity MakeServer(const Identity& authority, const ServerCertificate& what);
 
-// Writes `name`.pem and `name`-key.pem (mode 0600). Throws StartError.
+/// Writes `name`.pem and `name`-key.pem (mode 0600). Throws StartError.
 void WriteIdentity(const std::filesystem::path& folder, const std::string& name,
                    const Identity& identity);
 
-// The TLS settings of a server that shows `server`, with the authority's certificate behind it.
+/// The TLS settings of a server that shows `server`, with the authority's certificate behind it.
 [[nodiscard]] OpenSslPtr<SSL_CTX> MakeTlsContext(const Identity& server, const Identity& authority);
 
 } // namespace devservice

@@ -15,20 +15,11 @@ constexpr int maxRequestsPerConnection = 100;
 constexpr int idleMilliseconds = 5000;
 constexpr int socketTimeoutSeconds = 60;
 
-// A slow line has a small window: without this the system would take in megabytes at once and
-// the client would be done sending long before the service has read the request.
-void ShrinkReceiveBuffer(socket_t socket) {
-    const int bytes = 256 * 1024;
-    ::setsockopt(socket, SOL_SOCKET, SO_RCVBUF, &bytes, sizeof bytes);
+void SetOption(socket_t socket, int option, int value) {
+    ::setsockopt(socket, SOL_SOCKET, option, &value, sizeof value);
 }
 
 thread_local const Exchange* currentExchange = nullptr;
-
-// Only this: the library's own choice would let two services share a port unnoticed.
-void ReuseAddress(socket_t socket) {
-    const int yes = 1;
-    ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-}
 
 std::string WrongProtocolAnswer(bool tlsCame) {
     const std::string text = tlsCame
@@ -117,7 +108,8 @@ class HttpFront::ExchangeStream : public httplib::Stream {
 HttpFront::HttpFront(FaultChoice chooseFault, OpenSslPtr<SSL_CTX> tls, std::size_t threads)
     : chooseFault_(std::move(chooseFault)), tls_(std::move(tls)) {
     new_task_queue = [threads] { return new httplib::ThreadPool(threads); };
-    set_socket_options(ReuseAddress);
+    // Only this: the library's own choice would let two services share a port unnoticed.
+    set_socket_options([](socket_t socket) { SetOption(socket, SO_REUSEADDR, 1); });
     set_tcp_nodelay(true);
     set_read_timeout(socketTimeoutSeconds);
     set_write_timeout(socketTimeoutSeconds);
@@ -130,9 +122,10 @@ HttpFront::~HttpFront() {
 int HttpFront::Start(std::uint16_t port) {
     const char* const host = "127.0.0.1";
     const int taken = port == 0 ? bind_to_any_port(host) : bind_to_port(host, port) ? port : -1;
-    if (taken <= 0)
+    if (taken <= 0) {
         throw StartError("port " + std::to_string(port) + " on " + host +
                          " is taken or not permitted");
+    }
     listener_ = std::thread([this] { listen_after_bind(); });
     while (!is_running())
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -198,9 +191,10 @@ void HttpFront::ServeConnection(socket_t socket) {
     const auto transport = OpenTransport(socket);
     if (!transport)
         return;
-    for (int left = maxRequestsPerConnection; left > 0; --left)
+    for (int left = maxRequestsPerConnection; left > 0; --left) {
         if (!WaitForRequest(socket, *transport) || !ServeRequest(socket, *transport, left == 1))
             return;
+    }
 }
 
 bool HttpFront::WaitForRequest(socket_t socket, const Transport& transport) const {
@@ -229,8 +223,10 @@ bool HttpFront::ServeRequest(socket_t socket, Transport& transport, bool last) {
     Exchange exchange{.head = ParseRequestHead(raw, transport.Secure()), .fault = {}};
     exchange.fault = chooseFault_(exchange.head);
 
+    // A slow line has a small window: without this the system would take in megabytes at once and
+    // the client would be done sending long before the service has read the request.
     if (exchange.fault && exchange.fault->readBytesPerSecond != 0)
-        ShrinkReceiveBuffer(socket);
+        SetOption(socket, SO_RCVBUF, 256 * 1024);
     ExchangeStream stream(*this, socket, transport, std::move(raw), exchange.fault);
     bool closed = false;
     currentExchange = &exchange;
@@ -239,8 +235,9 @@ bool HttpFront::ServeRequest(socket_t socket, Transport& transport, bool last) {
     if (served && exchange.fault &&
         !PlayAnswer(socket, transport,
                     exchange.fault->raw.empty() ? stream.Answer() : exchange.fault->raw,
-                    *exchange.fault))
+                    *exchange.fault)) {
         return false;
+    }
     if (!served || closed || last) {
         transport.End();
         return false;

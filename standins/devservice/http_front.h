@@ -17,32 +17,32 @@
 
 namespace devservice {
 
-// One request and what shall go wrong with it.
+/// One request and what shall go wrong with it.
 struct Exchange {
     RequestHead head;
     std::optional<Fault> fault;
 };
 
-// One port on 127.0.0.1, over TCP or TLS. The library parses requests, routes them and writes
-// answers; this class stands between it and the socket, to record a request's head as it came
-// over the wire and to spoil an answer as a fault orders.
+/// One port on 127.0.0.1, over TCP or TLS. The library parses requests, routes them and writes
+/// answers; this class stands between it and the socket, to record a request's head as it came
+/// over the wire and to spoil an answer as a fault orders.
 class HttpFront : public httplib::Server {
   public:
     using FaultChoice = std::function<std::optional<Fault>(const RequestHead&)>;
 
-    // Without `tls` the port speaks plain HTTP. `chooseFault` is asked once for every request.
+    /// Without `tls` the port speaks plain HTTP. `chooseFault` is asked once for every request.
     HttpFront(FaultChoice chooseFault, OpenSslPtr<SSL_CTX> tls, std::size_t threads);
     ~HttpFront() override;
     HttpFront(const HttpFront&) = delete;
     HttpFront& operator=(const HttpFront&) = delete;
 
-    // Takes the port (0: any free one), starts answering and gives the port's number. Throws
-    // StartError when the port is taken.
+    /// Takes the port (0: any free one), starts answering and gives the port's number. Throws
+    /// StartError when the port is taken.
     int Start(std::uint16_t port);
-    // Breaks off what is under way and returns when all is closed.
+    /// Breaks off what is under way and returns when all is closed.
     void Stop();
 
-    // The exchange that the calling thread is answering; valid inside request handlers.
+    /// The exchange that the calling thread is answering; valid inside request handlers.
     [[nodiscard]] static const Exchange& Current();
 
   private:

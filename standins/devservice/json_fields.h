@@ -15,13 +15,13 @@ class JsonFieldError : public std::runtime_error {
     explicit JsonFieldError(const std::string& text) : std::runtime_error(text) {}
 };
 
-// The array member `key`; empty when it is missing.
+/// The array member `key`; empty when it is missing.
 [[nodiscard]] nlohmann::json OptionalArray(const nlohmann::json& object, const char* key);
 
-// {"token": "...", "balance": 42, "daily_limit": 10, "name": "...", "faults": [...]}
+/// {"token": "...", "balance": 42, "daily_limit": 10, "name": "...", "faults": [...]}
 [[nodiscard]] Account AccountFromJson(const nlohmann::json& object);
 
-// One fault: the members are those of Fault, see docs/service-api.md.
+/// One fault: the members are those of Fault, see docs/service-api.md.
 [[nodiscard]] Fault FaultFromJson(const nlohmann::json& object);
 
 } // namespace devservice

@@ -7,13 +7,13 @@
 namespace devservice {
 
 struct Options {
-    std::uint16_t httpPort = 0; // 0: any free port
+    std::uint16_t httpPort = 0; ///< 0: any free port
     std::uint16_t httpsPort = 0;
-    std::filesystem::path accounts;  // JSON file
-    std::filesystem::path state;     // folder of the certificate authority
-    std::filesystem::path jobs;      // folder of the accepted jobs
-    std::filesystem::path readyFile; // empty: the ready line goes to standard output alone
-    bool tlsFaults = false;          // also open the ports with faulty TLS
+    std::filesystem::path accounts;  ///< JSON file
+    std::filesystem::path state;     ///< folder of the certificate authority
+    std::filesystem::path jobs;      ///< folder of the accepted jobs
+    std::filesystem::path readyFile; ///< empty: the ready line goes to standard output alone
+    bool tlsFaults = false;          ///< also open the ports with faulty TLS
     bool help = false;
 };
 
@@ -29,7 +29,7 @@ inline constexpr const char* usage =
     "  --ready-file FILE  written once the ports are open: {\"http\":..,\"https\":..,\"ca\":..}\n"
     "  --tls-faults       opens four more ports with faulty TLS, named in the ready file\n";
 
-// Reads the command line (without the program's name). Throws StartError.
+/// Reads the command line (without the program's name). Throws StartError.
 [[nodiscard]] Options ParseOptions(const std::vector<std::string>& arguments);
 
 } // namespace devservice

@@ -14,7 +14,7 @@ OpenSslPtr<SSL_CTX> TlsFor(const Identity& authority, const ServerCertificate& w
     return MakeTlsContext(MakeServer(authority, what), authority);
 }
 
-const ServerCertificate goodCertificate{.dnsNames = {"localhost"}, .ipAddresses = {"127.0.0.1"}};
+const ServerCertificate goodCertificate{.alternativeNames = "DNS:localhost,IP:127.0.0.1"};
 
 } // namespace
 
@@ -48,7 +48,7 @@ void Ports::OpenFaulty(const Identity& authority) {
     ServerCertificate expired = goodCertificate;
     expired.validFromDays = -30;
     expired.validToDays = -1;
-    open("wrong_name", TlsFor(authority, {.dnsNames = {"elsewhere.example"}, .ipAddresses = {}}));
+    open("wrong_name", TlsFor(authority, {.alternativeNames = "DNS:elsewhere.example"}));
     open("unknown_authority", TlsFor(MakeAuthority("Nobody's authority"), goodCertificate));
     open("expired", TlsFor(authority, expired));
     open("plain", nullptr); // for clients that are told it speaks TLS

@@ -10,15 +10,15 @@
 
 namespace devservice {
 
-// All open ports of one service.
+/// All open ports of one service.
 class Ports {
   public:
-    // Opens HTTP and HTTPS as the options say, and with `tlsFaults` the faulty ones. Makes or
-    // reads the certificates. Throws StartError.
+    /// Opens HTTP and HTTPS as the options say, and with `tlsFaults` the faulty ones. Makes or
+    /// reads the certificates. Throws StartError.
     Ports(Service& service, const Options& options);
 
-    // {"http": port, "https": port, "ca": path, "jobs": folder, "pid": ...}, and with faulty
-    // ports "tls_faults": {"wrong_name", "unknown_authority", "expired", "plain"}.
+    /// {"http": port, "https": port, "ca": path, "jobs": folder, "pid": ...}, and with faulty
+    /// ports "tls_faults": {"wrong_name", "unknown_authority", "expired", "plain"}.
     [[nodiscard]] nlohmann::ordered_json Describe() const;
 
   private:

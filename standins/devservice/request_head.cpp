@@ -28,9 +28,10 @@ bool SameName(std::string_view a, std::string_view b) {
 } // namespace
 
 std::string RequestHead::Value(std::string_view name) const {
-    for (const auto& line : headerLines)
+    for (const auto& line : headerLines) {
         if (auto [key, value] = SplitHeader(line); SameName(key, name))
             return std::move(value);
+    }
     return {};
 }
 

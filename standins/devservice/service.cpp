@@ -55,9 +55,10 @@ std::string PathOf(const std::string& target) {
 
 // Text from the network for the log: one line, printable.
 std::string Printable(std::string text) {
-    for (char& c : text)
+    for (char& c : text) {
         if (c < ' ' || c > '~')
             c = '?';
+    }
     return text.substr(0, 200);
 }
 

@@ -11,20 +11,20 @@
 
 namespace devservice {
 
-// The paths of the protocol.
+/// The paths of the protocol.
 inline constexpr const char* balancePath = "/api/balance";
 inline constexpr const char* jobsPath = "/node/api/v1/jobs";
 
-// The conversion service behind every port: accounts, jobs, ordered faults and the addresses
-// under /control that set them. Must outlive the fronts that it answers for.
+/// The conversion service behind every port: accounts, jobs, ordered faults and the addresses
+/// under /control that set them. Must outlive the fronts that it answers for.
 class Service {
   public:
-    // Throws StartError.
+    /// Throws StartError.
     Service(const std::filesystem::path& accounts, const std::filesystem::path& jobs);
 
-    // Adds the service's addresses to a front that is not started yet.
+    /// Adds the service's addresses to a front that is not started yet.
     void Attach(HttpFront& front);
-    // The fault for a request, used up by this call. Also records the request.
+    /// The fault for a request, used up by this call. Also records the request.
     [[nodiscard]] std::optional<Fault> ChooseFault(const RequestHead& head);
 
   private:
@@ -40,7 +40,7 @@ class Service {
     AccountBook accounts_;
     JobStore jobs_;
     std::mutex recordedMutex_;
-    std::deque<RequestHead> recorded_; // the latest requests to the protocol's addresses
+    std::deque<RequestHead> recorded_; ///< the latest requests to the protocol's addresses
 };
 
 } // namespace devservice

@@ -4,8 +4,8 @@
 
 namespace devservice {
 
-// Something that keeps the service from starting. The text is one line for the person who
-// started it and names the file, port or option.
+/// Something that keeps the service from starting. The text is one line for the person who
+/// started it and names the file, port or option.
 class StartError : public std::runtime_error {
   public:
     explicit StartError(const std::string& text) : std::runtime_error(text) {}

@@ -4,9 +4,6 @@
 
 #include <sys/socket.h>
 
-#include <algorithm>
-#include <climits>
-
 namespace devservice {
 namespace {
 
@@ -37,27 +34,20 @@ class TlsTransport : public Transport {
     explicit TlsTransport(OpenSslPtr<SSL> connection) : connection_(std::move(connection)) {}
 
     ssize_t Read(char* buffer, std::size_t size) override {
-        const int got = SSL_read(connection_.get(), buffer,
-                                 static_cast<int>(std::min<std::size_t>(size, INT_MAX)));
-        if (got > 0)
-            return got;
-        const bool ended = SSL_get_error(connection_.get(), got) == SSL_ERROR_ZERO_RETURN;
+        std::size_t got = 0;
+        if (SSL_read_ex(connection_.get(), buffer, size, &got) == 1)
+            return static_cast<ssize_t>(got);
+        const bool ended = SSL_get_error(connection_.get(), 0) == SSL_ERROR_ZERO_RETURN;
         ERR_clear_error();
         return ended ? 0 : -1;
     }
 
     bool Write(std::string_view bytes) override {
-        while (!bytes.empty()) {
-            const int sent =
-                SSL_write(connection_.get(), bytes.data(),
-                          static_cast<int>(std::min<std::size_t>(bytes.size(), 1 << 20)));
-            if (sent <= 0) {
-                ERR_clear_error();
-                return false;
-            }
-            bytes.remove_prefix(static_cast<std::size_t>(sent));
-        }
-        return true;
+        std::size_t sent = 0;
+        const bool good = bytes.empty() ||
+                          SSL_write_ex(connection_.get(), bytes.data(), bytes.size(), &sent) == 1;
+        ERR_clear_error();
+        return good;
     }
 
     bool HasBuffered() const override { return SSL_pending(connection_.get()) > 0; }
