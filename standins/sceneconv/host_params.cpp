@@ -5,7 +5,6 @@
 #include <cctype>
 #include <cstdio>
 #include <iterator>
-#include <map>
 #include <set>
 
 namespace sceneconv {
@@ -105,70 +104,58 @@ Json ValueOf(const FbxProperty& property, const std::string& type) {
     return Numbers(property, type == "point2" ? 2 : type == "frgba" || type == "point4" ? 4 : 3);
 }
 
-class BlockCollector {
-  public:
-    BlockCollector(const FbxObject& object, const Reference& reference)
-        : object_(object), reference_(reference) {}
-
-    Json Collect() {
-        for (const FbxProperty& property : object_.properties) {
-            const std::optional<Place> place = PlaceOf(property.name);
-            const std::string type = TypeOf(property);
-            if (place && type == "reference")
-                Put(*place, EmptyReferenceType(place->name), nullptr);
-            else if (place && !type.empty())
-                Put(*place, type, ValueOf(property, type));
-        }
-        for (const FbxConnection& source : object_.Sources()) {
-            const std::optional<Place> place = PlaceOf(source.property);
-            if (place) {
-                Put(*place, source.object->kind == "Material" ? "mtl" : "texmap",
-                    reference_(*source.object));
-            }
-        }
-        return std::move(blocks_);
+/// Puts a value into `blocks`, which hold {"type", "value"} by block and name. Later values win:
+/// connections come behind the empty references that they fill.
+void Put(Json& blocks, const Place& place, const std::string& type, Json value) {
+    Json& param = blocks[place.block][place.name];
+    if (place.index < 0) {
+        param["type"] = type;
+        param["value"] = std::move(value);
+        return;
     }
+    constexpr std::size_t longest = 10000;
+    const auto index = static_cast<std::size_t>(place.index);
+    param["type"] = type + "_tab";
+    Json& list = param["value"];
+    if (!list.is_array())
+        list = Json::array();
+    while (list.size() <= index && list.size() < longest)
+        list.push_back(value); // gaps do not happen; one would repeat the next entry
+    if (index < longest)
+        list[index] = std::move(value);
+}
 
-  private:
-    /// Later values win: connections come behind the empty references that they fill.
-    void Put(const Place& place, const std::string& type, Json value) {
-        Json& params = Entry(blocks_, blockPlaces_, place.block)["params"];
-        Json& param = Entry(params, paramPlaces_[place.block], place.name);
-        if (place.index < 0) {
-            param["type"] = type;
-            param["value"] = std::move(value);
-            return;
-        }
-        constexpr std::size_t longest = 10000;
-        const auto index = static_cast<std::size_t>(place.index);
-        param["type"] = type + "_tab";
-        Json& list = param["value"];
-        if (!list.is_array())
-            list = Json::array();
-        while (list.size() <= index && list.size() < longest) {
-            list.push_back(value); // gaps do not happen; one would repeat the next entry
-        }
-        if (index < longest)
-            list[index] = std::move(value);
+/// What stands under names as the scene file lists it: an entry a name.
+Json NamedList(const Json& members, const std::function<Json(const Json&)>& entryOf) {
+    Json list = Json::array();
+    for (const auto& [name, member] : members.items()) {
+        Json entry = {{"name", ToUtf8(name)}};
+        entry.update(entryOf(member));
+        list.push_back(std::move(entry));
     }
+    return list;
+}
 
-    using Places = std::map<std::string, std::size_t>;
-
-    static Json& Entry(Json& list, Places& places, const std::string& name) {
-        if (!list.is_array())
-            list = Json::array();
-        const auto [place, isNew] = places.try_emplace(name, list.size());
-        if (isNew)
-            list.push_back({{"name", ToUtf8(name)}});
-        return list[place->second];
+Json CollectBlocks(const FbxObject& object, const Reference& reference) {
+    Json blocks = Json::object();
+    for (const FbxProperty& property : object.properties) {
+        const std::optional<Place> place = PlaceOf(property.name);
+        const std::string type = TypeOf(property);
+        if (place && type == "reference")
+            Put(blocks, *place, EmptyReferenceType(place->name), nullptr);
+        else if (place && !type.empty())
+            Put(blocks, *place, type, ValueOf(property, type));
     }
-
-    const FbxObject& object_;
-    const Reference& reference_;
-    Json blocks_ = Json::array();
-    Places blockPlaces_;
-    std::map<std::string, Places> paramPlaces_;
-};
+    for (const FbxConnection& source : object.Sources()) {
+        if (const std::optional<Place> place = PlaceOf(source.property)) {
+            const bool isMaterial = source.object->kind == "Material";
+            Put(blocks, *place, isMaterial ? "mtl" : "texmap", reference(*source.object));
+        }
+    }
+    return NamedList(blocks, [](const Json& params) -> Json {
+        return {{"params", NamedList(params, [](const Json& param) { return param; })}};
+    });
+}
 
 /// Slots of a class that is not in the catalogue: its texture parameters, with the switch that
 /// the host's classes usually have beside them.
@@ -196,7 +183,7 @@ Json SlotList(const Json& blocks) {
 
 Json HostEntry(const FbxObject& object, const HostClass& hostClass, const std::string& name,
                const Reference& reference) {
-    Json blocks = BlockCollector(object, reference).Collect();
+    Json blocks = CollectBlocks(object, reference);
     const bool known = !hostClass.name.empty();
     std::array<char, 32> ids{};
     std::snprintf(ids.data(), ids.size(), "Class 0x%08x,0x%08x", hostClass.partA, hostClass.partB);

@@ -1,5 +1,7 @@
 #include "sceneconv/scene_json.h"
 
+#include "text/utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -38,39 +40,6 @@ template <typename T>
 Json PackedList(const std::vector<T>& values) {
     static_assert(std::endian::native == std::endian::little && sizeof(T) == 4);
     return {{"base64", Base64(values.data(), values.size() * sizeof(T))}};
-}
-
-/// Length of the UTF-8 character at the start, 0 when there is none.
-std::size_t CharacterLength(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    const unsigned char lead = byte(0);
-    if (lead < 0x80)
-        return 1;
-    const std::size_t length = lead >= 0xc2 && lead < 0xe0   ? 2
-                               : lead >= 0xe0 && lead < 0xf0 ? 3
-                               : lead >= 0xf0 && lead < 0xf5 ? 4
-                                                             : 0;
-    if (length == 0 || text.size() < length)
-        return 0;
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xc0U) != 0x80)
-            return 0;
-    }
-    const unsigned char second = byte(1);
-    const bool overlong = (lead == 0xe0 && second < 0xa0) || (lead == 0xf0 && second < 0x90);
-    const bool surrogate = lead == 0xed && second > 0x9f;
-    const bool tooHigh = lead == 0xf4 && second > 0x8f;
-    return overlong || surrogate || tooHigh ? 0 : length;
-}
-
-bool IsUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t length = CharacterLength(text);
-        if (length == 0)
-            return false;
-        text.remove_prefix(length);
-    }
-    return true;
 }
 
 } // namespace
@@ -120,19 +89,12 @@ Json ListJson(const std::vector<std::uint32_t>& values) {
 }
 
 std::string ToUtf8(std::string_view text) {
-    if (IsUtf8(text))
+    if (utf8::IsValid(text))
         return std::string(text);
-    std::string utf8;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) {
-            utf8 += c;
-        } else {
-            utf8 += static_cast<char>(0xc0U | byte >> 6);
-            utf8 += static_cast<char>(0x80U | (byte & 0x3fU));
-        }
-    }
-    return utf8;
+    std::wstring wide;
+    for (const char c : text)
+        wide += static_cast<wchar_t>(static_cast<unsigned char>(c));
+    return utf8::FromWide(wide);
 }
 
 bool IsControl(char c) {

@@ -186,13 +186,14 @@ TEST(Options, BadOnesAreNamed) {
         {{"--http-port", "-1"}, "'-1' is no port"},
         {{"file"}, "unknown option 'file'"},
     };
-    for (const auto& [arguments, complaint] : cases)
+    for (const auto& [arguments, complaint] : cases) {
         try {
             (void)ParseOptions(arguments);
             ADD_FAILURE() << "accepted; expected: " << complaint;
         } catch (const StartError& error) {
             EXPECT_THAT(error.what(), HasSubstr(complaint));
         }
+    }
     EXPECT_TRUE(ParseOptions({"--help"}).help);
 }
 
