@@ -2,17 +2,18 @@
 #include "devservice/json_fields.h"
 #include "devservice/start_error.h"
 
-#include "tests/standins/devservice/temp_folder.h"
+#include "tests/standins/temp_folder.h"
 
 #include <gmock/gmock.h>
 
 namespace devservice {
 namespace {
 
+using standins::testing::TempFolder;
 using ::testing::HasSubstr;
 
 TEST(Accounts, AreReadFromTheFile) {
-    const testing::TempFolder folder;
+    const TempFolder folder;
     FaultBoard faults;
     AccountBook book;
     book.Load(folder.Write("a.json", R"([
@@ -32,7 +33,7 @@ TEST(Accounts, AreReadFromTheFile) {
 }
 
 TEST(Accounts, ABadFileIsNamedWithWhatIsWrong) {
-    const testing::TempFolder folder;
+    const TempFolder folder;
     const std::pair<std::string, const char*> cases[] = {
         {"", "not valid JSON"},
         {"[{\"token\":", "not valid JSON"},

@@ -2,7 +2,7 @@
 #include "devservice/options.h"
 #include "devservice/start_error.h"
 
-#include "tests/standins/devservice/temp_folder.h"
+#include "tests/standins/temp_folder.h"
 
 #include <gmock/gmock.h>
 #include <httplib.h>
@@ -18,6 +18,8 @@
 namespace devservice {
 namespace {
 
+using standins::testing::ReadFile;
+using standins::testing::TempFolder;
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using nlohmann::json;
@@ -32,8 +34,7 @@ constexpr const char* accountsText =
 // A running devservice. Ended with SIGTERM at the latest when it goes out of scope.
 class Program {
   public:
-    Program(const testing::TempFolder& folder, std::vector<std::string> more)
-        : log_(folder.Path() / "log") {
+    Program(const TempFolder& folder, std::vector<std::string> more) : log_(folder.Path() / "log") {
         const fs::path ready = folder.Path() / "ready.json";
         std::vector<std::string> words = {
             DEVSERVICE,     "--state", folder.Path() / "state", "--jobs", folder.Path() / "jobs",
@@ -43,7 +44,7 @@ class Program {
         for (int i = 0; i < 400 && !fs::exists(ready) && Running(); ++i)
             std::this_thread::sleep_for(25ms);
         if (fs::exists(ready))
-            ready_ = json::parse(testing::ReadAll(ready));
+            ready_ = json::parse(ReadFile(ready));
     }
     ~Program() { (void)End(); }
     Program(const Program&) = delete;
@@ -60,7 +61,7 @@ class Program {
     }
 
     const json& Ready() const { return ready_; }
-    std::string Log() const { return testing::ReadAll(log_); }
+    std::string Log() const { return ReadFile(log_); }
 
   private:
     void Start(const std::vector<std::string>& words) {
@@ -90,7 +91,7 @@ class Program {
 };
 
 TEST(Program, ServesUntilItIsTerminated) {
-    const testing::TempFolder folder;
+    const TempFolder folder;
     Program program(folder, {"--accounts", folder.Write("accounts.json", accountsText)});
     ASSERT_FALSE(program.Ready().is_null()) << program.Log();
     httplib::Client client("127.0.0.1", program.Ready()["http"].get<int>());
@@ -113,7 +114,7 @@ TEST(Program, ServesUntilItIsTerminated) {
 }
 
 TEST(Program, EndsAtOnceInTheMiddleOfASlowAnswer) {
-    const testing::TempFolder folder;
+    const TempFolder folder;
     Program program(folder, {"--accounts", folder.Write("accounts.json", accountsText)});
     ASSERT_FALSE(program.Ready().is_null()) << program.Log();
     httplib::Client client("127.0.0.1", program.Ready()["http"].get<int>());
@@ -127,8 +128,8 @@ TEST(Program, EndsAtOnceInTheMiddleOfASlowAnswer) {
 }
 
 TEST(Program, SaysInOneLineWhyItCannotStart) {
-    const testing::TempFolder folder;
-    const testing::TempFolder other;
+    const TempFolder folder;
+    const TempFolder other;
     const std::string accounts = folder.Write("accounts.json", accountsText);
     Program first(folder, {"--accounts", accounts});
     ASSERT_FALSE(first.Ready().is_null()) << first.Log();
@@ -152,7 +153,7 @@ TEST(Program, SaysInOneLineWhyItCannotStart) {
 
 // Each faulty port fails for its own reason and for no other.
 TEST(Program, CertificatesAreGoodOrBadAsNamed) {
-    const testing::TempFolder folder;
+    const TempFolder folder;
     Program program(folder,
                     {"--accounts", folder.Write("accounts.json", accountsText), "--tls-faults"});
     ASSERT_FALSE(program.Ready().is_null()) << program.Log();

@@ -2,7 +2,7 @@
 #include "devservice/job_store.h"
 #include "devservice/start_error.h"
 
-#include "tests/standins/devservice/temp_folder.h"
+#include "tests/standins/temp_folder.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
@@ -10,6 +10,8 @@
 namespace devservice {
 namespace {
 
+using standins::testing::ReadFile;
+using standins::testing::TempFolder;
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 
@@ -36,7 +38,7 @@ TEST(RequestHead, IsKeptAsItCame) {
 }
 
 TEST(JobStore, KeepsWholeJobsUnderTheNextNumber) {
-    const testing::TempFolder folder;
+    const TempFolder folder;
     fs::create_directories(folder.Path() / "0007");
     fs::create_directories(folder.Path() / ".incoming-3"); // of a service that was killed
     JobStore store(folder.Path());
@@ -49,10 +51,9 @@ TEST(JobStore, KeepsWholeJobsUnderTheNextNumber) {
         ASSERT_TRUE(job.Append("b"));
         EXPECT_EQ(store.Keep(job, SomeHead()), "0008");
     }
-    EXPECT_EQ(testing::ReadAll(folder.Path() / "0008" / "package.json"),
-              std::string("a\0\r\nb", 5));
+    EXPECT_EQ(ReadFile(folder.Path() / "0008" / "package.json"), std::string("a\0\r\nb", 5));
     const auto request =
-        nlohmann::ordered_json::parse(testing::ReadAll(folder.Path() / "0008" / "request.json"));
+        nlohmann::ordered_json::parse(ReadFile(folder.Path() / "0008" / "request.json"));
     EXPECT_EQ(request["path"], "/node/api/v1/jobs?x=1");
     EXPECT_EQ(request["body_bytes"], 5);
     EXPECT_EQ(request["headers"].begin().key(), "b-HEADER"); // order and spelling as sent
@@ -63,7 +64,7 @@ TEST(JobStore, KeepsWholeJobsUnderTheNextNumber) {
 }
 
 TEST(JobStore, AFolderThatCannotBeUsedIsNamed) {
-    const testing::TempFolder folder;
+    const TempFolder folder;
     const fs::path file = folder.Write("file", "");
     try {
         const JobStore store(file);
@@ -74,20 +75,20 @@ TEST(JobStore, AFolderThatCannotBeUsedIsNamed) {
 }
 
 TEST(Authority, IsMadeOnceAndKept) {
-    const testing::TempFolder folder;
+    const TempFolder folder;
     const fs::path state = folder.Path() / "new" / "state";
     (void)LoadOrMakeAuthority(state);
-    const std::string first = testing::ReadAll(state / "ca.pem");
+    const std::string first = ReadFile(state / "ca.pem");
     EXPECT_THAT(first, HasSubstr("BEGIN CERTIFICATE"));
     EXPECT_EQ(fs::status(state / "ca-key.pem").permissions(),
               fs::perms::owner_read | fs::perms::owner_write);
     (void)LoadOrMakeAuthority(state);
-    EXPECT_EQ(testing::ReadAll(state / "ca.pem"), first);
+    EXPECT_EQ(ReadFile(state / "ca.pem"), first);
 }
 
 TEST(Authority, FilesThatDoNotFitAreRefused) {
-    const testing::TempFolder one;
-    const testing::TempFolder other;
+    const TempFolder one;
+    const TempFolder other;
     (void)LoadOrMakeAuthority(one.Path());
     (void)LoadOrMakeAuthority(other.Path());
     fs::copy_file(other.Path() / "ca-key.pem", one.Path() / "ca-key.pem",

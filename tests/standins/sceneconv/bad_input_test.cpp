@@ -20,7 +20,7 @@ using ::testing::HasSubstr;
 constexpr const char* magic = "Kaydara FBX Binary  ";
 
 TEST(BadInput, IsNamedInOneLine) {
-    const Folder folder;
+    const TempFolder folder;
     std::string old(magic);
     old += std::string("\0\x1a\0\xd4\x17\0\0", 7) + std::string(100, '\0');
     std::string cut(magic);
@@ -31,18 +31,18 @@ TEST(BadInput, IsNamedInOneLine) {
     } cases[] = {
         {folder.Path() / "none.fbx", "cannot be opened: No such file"},
         {folder.Path(), "is a folder"},
-        {folder.Add("empty.fbx", ""), "is empty"},
-        {folder.Add("old.fbx", old), "FBX version 6100 is too old, only 7100"},
-        {folder.Add("oldtext.fbx", "; FBX 6.1.0 project file\nObjects: {}\n"),
+        {folder.Write("empty.fbx", ""), "is empty"},
+        {folder.Write("old.fbx", old), "FBX version 6100 is too old, only 7100"},
+        {folder.Write("oldtext.fbx", "; FBX 6.1.0 project file\nObjects: {}\n"),
          "version 6100 is too old"},
-        {folder.Add("cut.fbx", cut), "is not a scene that can be read"},
-        {folder.Add("text.gltf", "no json"), "is not a scene that can be read"},
-        {folder.Add("noscene.gltf", R"({"asset": {"version": "2.0"}})"), "is not a scene"},
-        {folder.Add("empty.gltf", R"({"asset": {"version": "2.0"}, "scene": 0,
+        {folder.Write("cut.fbx", cut), "is not a scene that can be read"},
+        {folder.Write("text.gltf", "no json"), "is not a scene that can be read"},
+        {folder.Write("noscene.gltf", R"({"asset": {"version": "2.0"}})"), "is not a scene"},
+        {folder.Write("empty.gltf", R"({"asset": {"version": "2.0"}, "scene": 0,
             "scenes": [{"nodes": [0]}], "nodes": [{"name": "a"}]})"),
          "holds no mesh, light or camera"},
-        {folder.Add("a.xyz", "what is this"), "is not a scene that can be read"},
-        {folder.Add("lines.obj", "v 0 0\n"), "is not a scene that can be read"},
+        {folder.Write("a.xyz", "what is this"), "is not a scene that can be read"},
+        {folder.Write("lines.obj", "v 0 0\n"), "is not a scene that can be read"},
     };
     for (const auto& c : cases) {
         const std::string error = ErrorOf(c.file);
@@ -53,8 +53,8 @@ TEST(BadInput, IsNamedInOneLine) {
 }
 
 TEST(BadInput, UnreadableFilesAndUnwritablePlaces) {
-    const Folder folder;
-    const auto good = folder.Add("a.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n");
+    const TempFolder folder;
+    const auto good = folder.Write("a.obj", "v 0 0 0\nv 1 0 0\nv 1 1 0\nf 1 2 3\n");
     EXPECT_EQ(ErrorOf(good), "");
     sceneconv::Warnings warnings;
     const std::pair<std::filesystem::path, const char*> places[] = {

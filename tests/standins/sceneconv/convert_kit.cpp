@@ -2,8 +2,6 @@
 
 #include "sceneconv/write_scene.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <fstream>
 
@@ -39,25 +37,6 @@ Rows Multiply(const Rows& inner, const Rows& outer) {
 }
 
 } // namespace
-
-Folder::Folder() {
-    std::string name = (fs::temp_directory_path() / "sceneconv-XXXXXX").string();
-    if (!mkdtemp(name.data()))
-        throw std::runtime_error("no temporary folder");
-    path_ = name;
-}
-
-Folder::~Folder() {
-    std::error_code error;
-    fs::remove_all(path_, error);
-}
-
-fs::path Folder::Add(const std::string& name, const std::string& bytes) const {
-    const fs::path file = path_ / name;
-    fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << bytes;
-    return file;
-}
 
 SceneView::SceneView(Json scene) : json(std::move(scene)) {
     for (const Json& node : json["nodes"])
@@ -138,12 +117,12 @@ SceneView ConvertFile(const fs::path& input, const fs::path& output) {
 }
 
 SceneView ConvertText(const std::string& name, const std::string& text) {
-    const Folder folder;
-    return ConvertFile(folder.Add(name, text), folder.Path() / "out.json");
+    const TempFolder folder;
+    return ConvertFile(folder.Write(name, text), folder.Path() / "out.json");
 }
 
 std::string ErrorOf(const fs::path& input) {
-    const Folder folder;
+    const TempFolder folder;
     sceneconv::Warnings warnings;
     try {
         sceneconv::Convert(input, folder.Path() / "out.json", warnings);
@@ -157,6 +136,11 @@ std::string ErrorOf(const fs::path& input) {
 fs::path SharedScenes() {
     const char* shared = std::getenv("BRIMWAVE_SHARED");
     return shared ? fs::path(shared) / "scenes" : fs::path();
+}
+
+void SharedScenesFixture::SetUp() {
+    if (SharedScenes().empty())
+        GTEST_SKIP() << "BRIMWAVE_SHARED is not set: no shared scenes";
 }
 
 void ExpectNear(const std::array<double, 3>& got, const std::array<double, 3>& wanted,

@@ -1,8 +1,11 @@
-// Inputs made in a folder of their own, and a view of the scene files that come of them.
+// Conversions in folders of their own, and a view of the scene files that come of them.
 #pragma once
 
 #include "sceneconv/scene_json.h"
 #include "sceneconv/warnings.h"
+#include "tests/standins/temp_folder.h"
+
+#include <gtest/gtest.h>
 
 #include <array>
 #include <filesystem>
@@ -13,22 +16,7 @@
 namespace sceneconv::testing {
 
 using sceneconv::Json;
-
-/// A folder that goes with the object.
-class Folder {
-  public:
-    Folder();
-    ~Folder();
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
-
-    /// Writes a file and returns its path; folders on the way are made.
-    std::filesystem::path Add(const std::string& name, const std::string& bytes) const;
-    [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
-
-  private:
-    std::filesystem::path path_;
-};
+using standins::testing::TempFolder;
 
 /// Axes and position, as rows.
 using Rows = std::array<std::array<double, 3>, 4>;
@@ -67,6 +55,12 @@ class SceneView {
 
 /// The folder of shared scenes, empty when this machine has none.
 [[nodiscard]] std::filesystem::path SharedScenes();
+
+/// Tests of them are skipped where there are none.
+class SharedScenesFixture : public ::testing::Test {
+  protected:
+    void SetUp() override;
+};
 
 void ExpectNear(const std::array<double, 3>& got, const std::array<double, 3>& wanted,
                 double tolerance, const std::string& what);

@@ -139,7 +139,7 @@ TEST(GltfLights, KeepStrengthColourAndInstances) {
 }
 
 TEST(GltfMaterials, BecomeTheHostsOwn) {
-    const Folder folder;
+    const TempFolder folder;
     const std::string file =
         Gltf(R"("scenes": [{"nodes": [0]}], "nodes": [{"name": "A", "mesh": 0}],
         "extensionsUsed": ["KHR_texture_transform", "KHR_materials_clearcoat"],
@@ -153,8 +153,8 @@ TEST(GltfMaterials, BecomeTheHostsOwn) {
           "extensions": {"KHR_materials_clearcoat": {"clearcoatFactor": 0.5}}}],
         "textures": [{"source": 0}, {"source": 1}],
         "images": [{"uri": "mein%20Holz.png"}, {"uri": "data:image/png;base64,AQIDBA=="}])");
-    const auto input = folder.Add("in/a.gltf", file);
-    folder.Add("in/mein Holz.png", "x");
+    const auto input = folder.Write("in/a.gltf", file);
+    folder.Write("in/mein Holz.png", "x");
     const SceneView scene = ConvertFile(input, folder.Path() / "out.json");
     EXPECT_EQ(scene.Material("M")["class"], "glTF Material");
     const std::pair<const char*, Json> wanted[] = {{"baseColor", {0.1, 0.2, 0.3, 0.4}},

@@ -38,19 +38,13 @@ class OpenedScene {
     }
 
   private:
-    Folder folder_;
+    TempFolder folder_;
 
   public:
     SceneView view;
 };
 
-class LoadsInHost : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        if (SharedScenes().empty())
-            GTEST_SKIP() << "BRIMWAVE_SHARED is not set: no shared scenes";
-    }
-};
+using LoadsInHost = SharedScenesFixture;
 
 /// All nodes below `node`, compared with the file by name where the name is of one node.
 int CountAndCompare(INode& node, const SceneView& view) {
@@ -136,7 +130,7 @@ TEST_F(LoadsInHost, AndComesBackFromItsExport) {
           "light_orientation/LightOrientation.gltf",
           "cameras_and_lights/AnimatedMeshCameraLight.gltf", "engine/2CylinderEngine.FBX"}) {
         const OpenedScene opened(SharedScenes() / file);
-        const Folder folder;
+        const TempFolder folder;
         const std::filesystem::path exported = folder.Path() / "again.fbx";
         ASSERT_TRUE(GetCOREInterface()->ExportToFile(exported.wstring().c_str(), TRUE));
         const SceneView again = ConvertFile(exported, folder.Path() / "again.json");
@@ -239,13 +233,13 @@ TEST(HostClasses, AreThoseOfTheHost) {
         std::vector<Link> links = {{200, 0, ""}, {300, 200, ""}};
         if (isMaterial)
             links.push_back({100, 200, ""});
-        const Folder folder;
-        const OpenedScene opened(folder.Add("a.fbx", Fbx(Model(200, "N",
-                                                               isMaterial         ? "Mesh"
-                                                               : c.super == light ? "Light"
-                                                                                  : "Camera") +
-                                                             held,
-                                                         links)));
+        const TempFolder folder;
+        const OpenedScene opened(folder.Write("a.fbx", Fbx(Model(200, "N",
+                                                                 isMaterial         ? "Mesh"
+                                                                 : c.super == light ? "Light"
+                                                                                    : "Camera") +
+                                                               held,
+                                                           links)));
         INode* node = opened.Node(L"N");
         ASSERT_NE(node, nullptr);
         auto* thing = isMaterial ? static_cast<ReferenceTarget*>(node->GetMtl())

@@ -11,15 +11,15 @@ using ::testing::Contains;
 using ::testing::HasSubstr;
 
 TEST(ObjFiles, BecomePhysicalMaterialsAndOneMeshEach) {
-    const Folder folder;
-    folder.Add("holz/Wand.PNG", "x");
-    folder.Add("a.mtl", "newmtl rot\nKd 1 0 0\nKs 0.5 0.5 0.5\nNs 100\nmap_Kd holz/wand.png\n"
-                        "newmtl glas\nKd 0 1 0\nd 0.25\nNi 1.5\nmap_Bump fehlt/bump.png\n");
+    const TempFolder folder;
+    folder.Write("holz/Wand.PNG", "x");
+    folder.Write("a.mtl", "newmtl rot\nKd 1 0 0\nKs 0.5 0.5 0.5\nNs 100\nmap_Kd holz/wand.png\n"
+                          "newmtl glas\nKd 0 1 0\nd 0.25\nNi 1.5\nmap_Bump fehlt/bump.png\n");
     const SceneView scene = ConvertFile(
-        folder.Add("a.obj",
-                   "mtllib a.mtl\no W\xfcrfel\nv 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nv 1 0 1\n"
-                   "v 0 0 1\nusemtl rot\nf 1 2 3 4\nusemtl glas\nf 1 2 5 6\n"
-                   "o Linie\nl 1 2\n"),
+        folder.Write("a.obj",
+                     "mtllib a.mtl\no W\xfcrfel\nv 0 0 0\nv 1 0 0\nv 1 1 0\nv 0 1 0\nv 1 0 1\n"
+                     "v 0 0 1\nusemtl rot\nf 1 2 3 4\nusemtl glas\nf 1 2 5 6\n"
+                     "o Linie\nl 1 2\n"),
         folder.Path() / "out.json");
     EXPECT_EQ(scene.json["nodes"][0]["name"], "Würfel") << "Latin-1 names become UTF-8";
     const Json& mesh = scene.Object("Würfel")["mesh"];

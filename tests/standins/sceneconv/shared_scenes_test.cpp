@@ -7,6 +7,7 @@
 #include <cmath>
 #include <fstream>
 #include <set>
+#include <sstream>
 
 namespace sceneconv::testing {
 
@@ -15,18 +16,13 @@ namespace {
 using ::testing::Contains;
 using ::testing::HasSubstr;
 
-class SharedScenesTest : public ::testing::Test {
+class SharedScenesTest : public SharedScenesFixture {
   protected:
-    void SetUp() override {
-        if (SharedScenes().empty())
-            GTEST_SKIP() << "BRIMWAVE_SHARED is not set: no shared scenes";
-    }
-
     SceneView Convert(const std::string& file) {
         return ConvertFile(SharedScenes() / file, folder_.Path() / "out.json");
     }
 
-    Folder folder_;
+    TempFolder folder_;
 };
 
 std::array<double, 3> ToHost(const std::array<double, 3>& v) {
@@ -167,40 +163,16 @@ TEST_F(SharedScenesTest, PbrTextures) {
     EXPECT_EQ(scene.json["materials"].size(), 6U);
     EXPECT_EQ(scene.json["units"]["type"], "meters");
     // What the file holds of the material's own table, sheen and thin film not being known then.
-    const std::set<std::string> table = {"base_weight",
-                                         "base_color",
-                                         "reflectivity",
-                                         "refl_color",
-                                         "roughness",
-                                         "roughness_inv",
-                                         "metalness",
-                                         "diff_roughness",
-                                         "anisotropy",
-                                         "anisoangle",
-                                         "transparency",
-                                         "trans_color",
-                                         "trans_depth",
-                                         "trans_roughness",
-                                         "trans_roughness_inv",
-                                         "trans_ior",
-                                         "thin_walled",
-                                         "scattering",
-                                         "sss_color",
-                                         "sss_depth",
-                                         "sss_scale",
-                                         "sss_scatter_color",
-                                         "emission",
-                                         "emit_color",
-                                         "emit_luminance",
-                                         "coating",
-                                         "coat_color",
-                                         "coat_roughness",
-                                         "coat_roughness_inv",
-                                         "coat_ior",
-                                         "material_mode"};
+    const std::string table =
+        "base_weight base_color reflectivity refl_color roughness roughness_inv metalness "
+        "diff_roughness anisotropy anisoangle transparency trans_color trans_depth "
+        "trans_roughness trans_roughness_inv trans_ior thin_walled scattering sss_color "
+        "sss_depth sss_scale sss_scatter_color emission emit_color emit_luminance coating "
+        "coat_color coat_roughness coat_roughness_inv coat_ior material_mode";
     for (const auto& [name, material] : scene.json["materials"].items()) {
         EXPECT_EQ(material["class"], "Physical Material");
-        for (const std::string& param : table)
+        std::istringstream params(table);
+        for (std::string param; params >> param;)
             EXPECT_FALSE(scene.Param(name, param).is_null()) << name << " " << param;
     }
     EXPECT_EQ(scene.Param("BumpMat", "base_color"), Json({0.0, 0.0, 1.0, 1.0}));
