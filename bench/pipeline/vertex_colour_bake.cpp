@@ -4,8 +4,8 @@
 
 #include "pipeline/choice_colours.h"
 #include "pipeline/mesh_elements.h"
+#include "simhost/core/host.h"
 #include "simhost/files/scene_file.h"
-#include "simhost/scene/host.h"
 
 #include <benchmark/benchmark.h>
 #include <nlohmann/json.hpp>

@@ -1,7 +1,7 @@
 #include "tests/pipeline/colour_kit.h"
 
 #include "pipeline/vertex_colour_bake.h"
-#include "simhost/scene/host.h"
+#include "simhost/core/host.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "pipeline/scene_scripts.h"
 #include "pipeline/vray_conversion.h"
 
-#include "simhost/scene/host.h"
+#include "simhost/scene/snapshot.h"
 #include "tests/pipeline/scene_kit.h"
 #include "tests/support/temp_folder.h"
 

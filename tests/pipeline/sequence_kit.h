@@ -1,6 +1,6 @@
 #pragma once
 #include "pipeline/export_sequence.h"
-#include "simhost/scene/host.h"
+#include "simhost/scene/snapshot.h"
 #include "tests/pipeline/scene_kit.h"
 #include "tests/support/fake_http.h"
 #include "tests/support/recording_panel.h"

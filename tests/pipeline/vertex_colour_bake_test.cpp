@@ -2,8 +2,8 @@
 #include "pipeline/vertex_colour_bake.h"
 
 #include "pipeline/random_choice.h"
-#include "simhost/scene/host.h"
 #include "simhost/scene/objects.h"
+#include "simhost/scene/snapshot.h"
 #include "tests/pipeline/colour_kit.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
 // Export & Send from the window, against the local service: the whole run and every way in which
 // it may end.
 #include "simhost/app/stage_recorder.h"
-#include "simhost/scene/host.h"
 #include "simhost/scene/scene.h"
+#include "simhost/scene/snapshot.h"
 #include "tests/plugin/live_panel_test.h"
 
 #include <commctrl.h>

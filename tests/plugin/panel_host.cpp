@@ -2,7 +2,7 @@
 
 #include "simhost/app/host_state.h"
 #include "simhost/app/options.h"
-#include "simhost/scene/host.h"
+#include "simhost/core/host.h"
 
 #include <array>
 #include <chrono>

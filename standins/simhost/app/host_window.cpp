@@ -1,7 +1,7 @@
 #include "simhost/app/host_window.h"
 
 #include "simhost/app/options.h"
-#include "simhost/scene/host.h"
+#include "simhost/core/host.h"
 
 #include <max.h>
 

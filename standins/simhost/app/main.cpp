@@ -8,7 +8,7 @@
 #include "simhost/app/plugin_library.h"
 #include "simhost/app/trust.h"
 #include "simhost/app/utility_panel.h"
-#include "simhost/scene/host.h"
+#include "simhost/core/host.h"
 
 #include <windows.h>
 

@@ -3,6 +3,7 @@
 #include "simhost/bindings/bindings.h"
 #include "simhost/bindings/scene_value.h"
 #include "simhost/classes/catalogue.h"
+#include "simhost/classes/kinds.h"
 #include "simhost/script/interpreter.h"
 #include "simhost/script/raise.h"
 

@@ -11,9 +11,8 @@
 #include "simhost/classes/catalogue_reader.h"
 
 #include "catalogue_embedded.h"
-#include "simhost/classes/catalogue.h"
-#include "simhost/classes/class_name_hash.h"
-#include "simhost/files/json_value.h"
+#include "simhost/classes/json_value.h"
+#include "simhost/classes/kinds.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -39,24 +38,21 @@ ParamSpec ReadParam(const JsonView& view, ParamID nextId) {
 
 std::vector<ParamSpec> ReadParams(const JsonView& view) {
     std::vector<ParamSpec> params;
-    view.Array();
-    for (size_t i = 0; i < view.Size(); ++i) {
-        const JsonView element = view.Element(i);
+    view.ForElements([&](const JsonView& element) {
         params.push_back(ReadParam(
             element, params.empty() ? ParamID{0} : static_cast<ParamID>(params.back().id + 1)));
-    }
+    });
     return params;
 }
 
 void ReadBlock(const JsonView& view, ClassInfo& info) {
     view.OnlyMembers({"name", "id", "hidden", "params"});
-    const auto id = static_cast<BlockID>(view.Has("id") ? view.Member("id").Integer()
-                                                        : static_cast<int>(info.blocks.size()));
-    const JsonView params = view.Member("params");
+    int id = static_cast<int>(info.blocks.size());
+    view.Read("id", id);
     BlockSlot slot;
-    slot.desc = std::make_shared<BlockDesc>(view.Member("name").Text(), id, ReadParams(params),
-                                            info.Descriptor());
-    slot.hidden = view.Has("hidden") && view.Member("hidden").Bool();
+    slot.desc = std::make_shared<BlockDesc>(view.Member("name").Text(), static_cast<BlockID>(id),
+                                            ReadParams(view.Member("params")), info.Descriptor());
+    view.Read("hidden", slot.hidden);
     info.blocks.push_back(std::move(slot));
 }
 
@@ -79,13 +75,10 @@ void ReadSlot(const JsonView& view, ClassInfo& info) {
         slot.wholeTable = true;
         slot.map = Place(view.Member("table"), info);
         slot.name = view.Member("name").Text();
-        if (view.Has("on"))
-            slot.on = Place(view.Member("on"), info);
-        if (view.Has("names")) {
-            const JsonView names = view.Member("names");
-            for (size_t i = 0; i < names.Size(); ++i)
-                slot.entryNames.push_back(names.Element(i).Text());
-        }
+        if (const auto on = view.Find("on"))
+            slot.on = Place(*on, info);
+        view.ForElementsOf("names",
+                           [&](const JsonView& name) { slot.entryNames.push_back(name.Text()); });
     }
     info.slots.push_back(std::move(slot));
 }
@@ -103,48 +96,34 @@ void ReadSubMaterial(const JsonView& view, ClassInfo& info) {
     info.subMtls.push_back(std::move(spec));
 }
 
-template <class Read>
-void ForElements(const JsonView& view, const char* member, ClassInfo& info, Read read) {
-    if (!view.Has(member))
-        return;
-    const JsonView list = view.Member(member);
-    list.Array();
-    for (size_t i = 0; i < list.Size(); ++i)
-        read(list.Element(i), info);
-}
-
 ClassPtr ReadClass(const JsonView& view) {
     view.OnlyMembers({"class", "kind", "script", "class_id", "behaviour", "converts", "params",
                       "blocks", "slots", "sub_materials", "sub_objects"});
     auto info = std::make_shared<ClassInfo>();
     info->name = view.Member("class").Text();
     info->localizedName = info->name;
-    info->scriptName = view.Has("script") ? view.Member("script").Text() : info->name;
+    info->scriptName = info->name;
+    view.Read("script", info->scriptName);
     const JsonView kind = view.Member("kind");
     info->kind = info->superClass = KindOfName(kind.Utf8());
     if (info->kind == 0)
         kind.Expected("a kind of class");
     info->classId = ClassIdOfName(info->name);
-    if (view.Has("class_id")) {
-        const JsonView id = view.Member("class_id");
-        info->classId = Class_ID(id.Element(0).Code(), id.Element(1).Code());
-    }
-    if (view.Has("behaviour"))
-        info->behaviour = view.Member("behaviour").Text();
-    if (view.Has("converts"))
-        info->converts = view.Member("converts").Bool();
-    if (view.Has("params")) {
-        const JsonView params = view.Member("params");
+    if (const auto id = view.Find("class_id"))
+        info->classId = Class_ID(id->Element(0).Code(), id->Element(1).Code());
+    view.Read("behaviour", info->behaviour);
+    view.Read("converts", info->converts);
+    if (const auto params = view.Find("params")) {
         BlockSlot slot;
-        slot.desc = std::make_shared<BlockDesc>(L"Parameters", BlockID{0}, ReadParams(params),
+        slot.desc = std::make_shared<BlockDesc>(L"Parameters", BlockID{0}, ReadParams(*params),
                                                 info->Descriptor());
         info->blocks.push_back(std::move(slot));
     }
-    ForElements(view, "blocks", *info, ReadBlock);
-    ForElements(view, "slots", *info, ReadSlot);
-    ForElements(view, "sub_materials", *info, ReadSubMaterial);
-    ForElements(view, "sub_objects", *info, [](const JsonView& sub, ClassInfo& of) {
-        of.subObjects.push_back({sub.Element(0).Text(), sub.Element(1).Text()});
+    view.ForElementsOf("blocks", [&](const JsonView& block) { ReadBlock(block, *info); });
+    view.ForElementsOf("slots", [&](const JsonView& slot) { ReadSlot(slot, *info); });
+    view.ForElementsOf("sub_materials", [&](const JsonView& sub) { ReadSubMaterial(sub, *info); });
+    view.ForElementsOf("sub_objects", [&](const JsonView& sub) {
+        info->subObjects.push_back({sub.Element(0).Text(), sub.Element(1).Text()});
     });
     return info;
 }
@@ -153,9 +132,8 @@ void ReadFile(std::string_view name, std::string_view text, std::vector<ClassPtr
     try {
         const Json json = ParseJson(text);
         const JsonView root(json);
-        const JsonView list = root.Member("classes");
-        for (size_t i = 0; i < list.Size(); ++i)
-            classes.push_back(ReadClass(list.Element(i)));
+        root.Member("classes").ForElements(
+            [&](const JsonView& view) { classes.push_back(ReadClass(view)); });
     } catch (const JsonFault& fault) {
         std::fprintf(stderr, "class catalogue, %.*s: %s: %s\n", static_cast<int>(name.size()),
                      name.data(), fault.Place().c_str(), fault.what());
@@ -164,11 +142,6 @@ void ReadFile(std::string_view name, std::string_view text, std::vector<ClassPtr
 }
 
 } // namespace
-
-Class_ID ClassIdOfName(std::wstring_view name) {
-    const std::uint64_t hash = HashClassName(name);
-    return {static_cast<ULONG>(hash >> 32), static_cast<ULONG>(hash)};
-}
 
 std::vector<ClassPtr> ReadCatalogue() {
     std::vector<ClassPtr> classes;

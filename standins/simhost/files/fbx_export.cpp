@@ -3,7 +3,7 @@
 #include "simhost/files/fbx_guard.h"
 #include "simhost/files/fbx_host_params.h"
 #include "simhost/files/fbx_nodes.h"
-#include "simhost/scene/paths.h"
+#include "simhost/files/paths.h"
 #include "text/utf8.h"
 
 #include <max.h>

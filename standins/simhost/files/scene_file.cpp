@@ -1,7 +1,7 @@
 #include "simhost/files/scene_file.h"
 
+#include "simhost/files/paths.h"
 #include "simhost/files/scene_file_loader.h"
-#include "simhost/scene/paths.h"
 #include "text/utf8.h"
 
 #include <windows.h>

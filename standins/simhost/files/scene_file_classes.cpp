@@ -2,30 +2,12 @@
 // one that only the file knows. Entries with the same class and definitions share it, and with it
 // the block descriptors.
 #include "simhost/classes/catalogue.h"
+#include "simhost/classes/kinds.h"
 #include "simhost/files/scene_file_loader.h"
 
 namespace simhost {
 
 namespace {
-
-bool KindFits(SClass_ID kind, Context context) {
-    switch (context) {
-    case Context::Map:
-        return kind == TEXMAP_CLASS_ID;
-    case Context::Material:
-        return kind == MATERIAL_CLASS_ID;
-    case Context::Object:
-        return IsObjectKind(kind);
-    case Context::Modifier:
-    case Context::SpaceModifier:
-        return kind == OSM_CLASS_ID || kind == WSM_CLASS_ID;
-    case Context::Renderer:
-        return kind == RENDERER_CLASS_ID;
-    case Context::SubObject:
-        return true;
-    }
-    return false;
-}
 
 /// The kind of a class that only the file knows; 0 when the file has to say.
 SClass_ID DefaultKind(Context context) {
@@ -48,18 +30,30 @@ SClass_ID DefaultKind(Context context) {
     return 0;
 }
 
+bool KindFits(SClass_ID kind, Context context) {
+    switch (context) {
+    case Context::Object:
+        return IsObjectKind(kind);
+    case Context::Modifier:
+    case Context::SpaceModifier:
+        return kind == OSM_CLASS_ID || kind == WSM_CLASS_ID;
+    case Context::SubObject:
+        return true;
+    default:
+        return kind == DefaultKind(context);
+    }
+}
+
 /// The kind that the entry asks for by name; 0 when it does not.
 SClass_ID AskedKind(const JsonView& entry, Context context) {
-    if (!entry.Has("super_class"))
+    const auto view = entry.Find("super_class");
+    if (!view || !view->IsText())
         return 0;
-    const JsonView view = entry.Member("super_class");
-    if (!view.IsText())
-        return 0;
-    const SClass_ID kind = KindOfName(view.Utf8());
+    const SClass_ID kind = KindOfName(view->Utf8());
     if (kind == 0)
-        view.Expected("a kind of class");
+        view->Expected("a kind of class");
     if (!KindFits(kind, context))
-        view.Complain("a class of this kind can't stand here");
+        view->Complain("a class of this kind can't stand here");
     return kind;
 }
 
@@ -70,37 +64,35 @@ ClassPtr FromCatalogue(const JsonView& entry, Context context, SClass_ID asked) 
     return nullptr;
 }
 
-/// Everything of an entry that makes its class another one; equal texts, equal classes.
+// What makes the class of an entry another one than the catalogue's.
+constexpr const char* changing[] = {"blocks",   "replace_blocks", "omit_params",     "slot_list",
+                                    "class_id", "super_class",    "localized_class", "converts"};
+
+/// An element of "blocks" or "slot_list" without what is of the thing rather than of its class.
+void KeepClassAlone(Json& element) {
+    for (const char* member : {"throws", "answers_nothing", "map", "on"})
+        element.erase(member);
+    if (!element.contains("params") || !element["params"].is_array())
+        return;
+    for (Json& param : element["params"])
+        if (param.is_object())
+            param.erase("value");
+}
+
+/// Equal texts, equal classes.
 std::string Signature(const JsonView& entry, SClass_ID kind) {
-    static constexpr const char* changing[] = {"blocks",          "replace_blocks", "omit_params",
-                                               "slot_list",       "class_id",       "super_class",
-                                               "localized_class", "converts",       "sub_objects"};
     Json key = Json::object();
-    for (const char* member : changing) {
-        if (!entry.Has(member))
-            continue;
-        Json copy = entry.Raw().at(member);
-        if (copy.is_array())
-            for (Json& element : copy) {
-                if (!element.is_object())
-                    continue;
-                element.erase("throws");
-                element.erase("answers_nothing");
-                element.erase("map");
-                element.erase("on");
-                if (element.contains("params") && element["params"].is_array())
-                    for (Json& param : element["params"])
-                        if (param.is_object())
-                            param.erase("value");
-            }
-        if (std::string_view(member) == "sub_objects" && copy.is_object()) {
-            Json roles = Json::array();
-            for (const auto& item : copy.items())
-                roles.push_back(item.key());
-            copy = roles;
+    for (const char* member : changing)
+        if (const auto view = entry.Find(member)) {
+            Json& copy = key[member] = view->Raw();
+            if (copy.is_array())
+                for (Json& element : copy)
+                    if (element.is_object())
+                        KeepClassAlone(element);
         }
-        key[member] = copy;
-    }
+    if (const auto roles = entry.Find("sub_objects"))
+        for (const auto& item : roles->Raw().items())
+            key["sub_objects"].push_back(item.key());
     return std::to_string(kind) + "|" + std::string(entry.Member("class").Utf8()) + "|" +
            key.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
@@ -121,10 +113,9 @@ const ClassVariant& SceneLoader::ClassOf(const JsonView& entry, Context context)
     const auto [at, fresh] = variants_.try_emplace(Signature(entry, kind));
     if (!fresh)
         return at->second;
-    const bool changed = !base || entry.Has("blocks") || entry.Has("omit_params") ||
-                         entry.Has("slot_list") || entry.Has("class_id") ||
-                         entry.Has("super_class") || entry.Has("localized_class") ||
-                         entry.Has("converts") || entry.Has("replace_blocks");
+    const bool changed =
+        !base || std::any_of(std::begin(changing), std::end(changing),
+                             [&](const char* member) { return entry.Has(member); });
     if (changed)
         at->second = BuildVariant(entry, base, kind);
     else

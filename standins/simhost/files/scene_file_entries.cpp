@@ -8,39 +8,35 @@ namespace simhost {
 
 namespace {
 
+// clang-format off
+constexpr std::initializer_list<std::string_view> common = {
+    "class", "name", "params", "blocks", "replace_blocks", "omit_params", "sub_objects",
+    "class_id", "super_class", "localized_class", "throws", "throw_kind", "answers_nothing"};
+constexpr std::initializer_list<std::string_view> ofObjects = {
+    "mesh", "splines", "camera", "box", "modifiers", "base", "use_light", "converts"};
+constexpr std::initializer_list<std::string_view> ofModifiers = {
+    "enabled", "matrix"};
+constexpr std::initializer_list<std::string_view> mappedMembers = {
+    "class", "name", "params", "blocks", "replace_blocks", "omit_params", "slots", "slots_off",
+    "slot_list", "sub_materials", "sub_material_names", "sub_material_ids", "sub_objects", "file",
+    "class_id", "super_class", "localized_class", "throws", "throw_kind", "answers_nothing"};
+// clang-format on
+
 void CheckMembers(const JsonView& entry, Context context) {
     if (context == Context::Object)
-        entry.OnlyMembers(
-            {"class",       "name",        "params",          "blocks",      "replace_blocks",
-             "omit_params", "sub_objects", "class_id",        "super_class", "localized_class",
-             "throws",      "throw_kind",  "answers_nothing", "mesh",        "splines",
-             "camera",      "box",         "modifiers",       "base",        "use_light",
-             "converts"});
+        entry.OnlyMembers(common, ofObjects);
     else if (context == Context::Modifier || context == Context::SpaceModifier)
-        entry.OnlyMembers({"class", "name", "params", "blocks", "replace_blocks", "omit_params",
-                           "sub_objects", "class_id", "super_class", "localized_class", "throws",
-                           "throw_kind", "answers_nothing", "enabled", "matrix"});
+        entry.OnlyMembers(common, ofModifiers);
     else
-        entry.OnlyMembers({"class",
-                           "name",
-                           "params",
-                           "blocks",
-                           "replace_blocks",
-                           "omit_params",
-                           "slots",
-                           "slots_off",
-                           "slot_list",
-                           "sub_materials",
-                           "sub_material_names",
-                           "sub_material_ids",
-                           "sub_objects",
-                           "file",
-                           "class_id",
-                           "super_class",
-                           "localized_class",
-                           "throws",
-                           "throw_kind",
-                           "answers_nothing"});
+        entry.OnlyMembers(mappedMembers);
+}
+
+/// More elements at the end of a table parameter.
+void GrowTable(Entity& entity, ParamPlace place, int more, const Scalar& filler) {
+    const auto& block = entity.Blocks()[static_cast<size_t>(place.block)];
+    Table table = std::get<Table>(block->Value(place.index));
+    table.resize(table.size() + static_cast<size_t>(more), filler);
+    block->Put(place.index, std::move(table));
 }
 
 /// Room for so many slots where the last of them are one table.
@@ -54,12 +50,9 @@ void GrowSlots(Entity& entity, int count) {
     for (const ParamPlace place : {specs.back().map, specs.back().on}) {
         if (!place.Known())
             continue;
-        const auto& block = entity.Blocks()[static_cast<size_t>(place.block)];
-        Table table = std::get<Table>(block->Value(place.index));
         const ParamType2 type = entity.TypeOf(place);
-        const Scalar filler = StorageOf(type) == Storage::Integer ? Scalar(1) : ZeroOf(type);
-        table.resize(table.size() + static_cast<size_t>(missing), filler);
-        block->Put(place.index, std::move(table));
+        GrowTable(entity, place, missing,
+                  StorageOf(type) == Storage::Integer ? Scalar(1) : ZeroOf(type));
     }
 }
 
@@ -70,13 +63,8 @@ void GrowSubMaterials(Entity& entity, int count) {
     }
     const auto& specs = entity.Class().subMtls;
     const int missing = count - entity.NumMtls();
-    if (missing <= 0 || specs.empty() || !specs.back().wholeTable)
-        return;
-    const ParamPlace place = specs.back().mtl;
-    const auto& block = entity.Blocks()[static_cast<size_t>(place.block)];
-    Table table = std::get<Table>(block->Value(place.index));
-    table.resize(table.size() + static_cast<size_t>(missing), ZeroOf(TYPE_MTL));
-    block->Put(place.index, std::move(table));
+    if (missing > 0 && !specs.empty() && specs.back().wholeTable)
+        GrowTable(entity, specs.back().mtl, missing, ZeroOf(TYPE_MTL));
 }
 
 } // namespace
@@ -99,8 +87,7 @@ SceneLoader::Made SceneLoader::Make(const JsonView& entry, Context context) {
 
 void SceneLoader::Fill(const JsonView& entry, Context context, const Made& made) {
     if (made.entity) {
-        if (entry.Has("name"))
-            made.entity->name = entry.Member("name").Text();
+        entry.Read("name", made.entity->name);
         FillBlocks(entry, made);
         FillParams(entry, *made.entity);
         FillSlots(entry, *made.entity);
@@ -111,10 +98,9 @@ void SceneLoader::Fill(const JsonView& entry, Context context, const Made& made)
     if (context == Context::Object)
         FillObject(entry, made);
     if (auto* modifier = dynamic_cast<SceneModifier*>(made.thing)) {
-        if (entry.Has("enabled"))
-            modifier->enabled = entry.Member("enabled").Bool();
-        if (entry.Has("matrix"))
-            modifier->matrix = ReadMatrix(entry.Member("matrix"));
+        entry.Read("enabled", modifier->enabled);
+        if (const auto matrix = entry.Find("matrix"))
+            modifier->matrix = ReadMatrix(*matrix);
     }
 }
 
@@ -129,9 +115,10 @@ void SceneLoader::SetParam(const JsonView& value, Entity& entity, ParamPlace pla
 }
 
 void SceneLoader::FillParams(const JsonView& entry, Entity& entity) {
-    if (!entry.Has("params"))
+    const auto params = entry.Find("params");
+    if (!params)
         return;
-    entry.Member("params").ForMembers([&](const std::string& name, const JsonView& value) {
+    params->ForMembers([&](const std::string& name, const JsonView& value) {
         const ParamPlace place = entity.FindParam(utf8::ToWide(name));
         if (!place.Known())
             value.Complain("the class \"" + utf8::FromWide(entity.Class().name) +
@@ -141,30 +128,19 @@ void SceneLoader::FillParams(const JsonView& entry, Entity& entity) {
 }
 
 void SceneLoader::FillBlocks(const JsonView& entry, const Made& made) {
-    if (!entry.Has("blocks"))
-        return;
-    const JsonView list = entry.Member("blocks");
-    for (size_t i = 0; i < list.Size(); ++i) {
-        const JsonView block = list.Element(i);
+    entry.ForElementsOf("blocks", [&](const JsonView& block, size_t i) {
         if (block.IsNull())
-            continue;
+            return;
         const auto index = static_cast<size_t>(made.variant->explicitBlocks[i]);
         ReadFaults(block, made.entity->Blocks()[index]->faults);
-        if (!block.Has("params"))
-            continue;
-        const JsonView params = block.Member("params");
-        for (size_t k = 0; k < params.Size(); ++k) {
-            const JsonView param = params.Element(k);
-            if (param.Has("value")) {
-                const JsonView value = param.Member("value");
-                SetParam(value, *made.entity, made.variant->explicitParams[i][k]);
-            }
-        }
-    }
+        block.ForElementsOf("params", [&](const JsonView& param, size_t k) {
+            if (const auto value = param.Find("value"))
+                SetParam(*value, *made.entity, made.variant->explicitParams[i][k]);
+        });
+    });
 }
 
-int SceneLoader::SlotIndex(const JsonView& list, size_t i, Entity& entity) {
-    const JsonView which = list.Element(i);
+int SceneLoader::SlotIndex(const JsonView& which, const Entity& entity) {
     const int slot =
         which.IsText() ? entity.FindSlot(which.Text()) : static_cast<int>(which.Unsigned());
     if (slot < 0 || slot >= entity.NumSlots())
@@ -172,90 +148,74 @@ int SceneLoader::SlotIndex(const JsonView& list, size_t i, Entity& entity) {
     return slot;
 }
 
+void SceneLoader::SetSlot(Entity& entity, int slot, const JsonView& map) {
+    if (slot < 0 || slot >= entity.NumSlots())
+        map.Complain("there is no such texture slot");
+    entity.SetSlotMap(slot, static_cast<Texmap*>(Resolve(map, TYPE_TEXMAP)));
+}
+
 void SceneLoader::FillSlots(const JsonView& entry, Entity& entity) {
-    if (entry.Has("slot_list")) {
-        const JsonView list = entry.Member("slot_list");
-        for (size_t i = 0; i < list.Size(); ++i) {
-            const JsonView slot = list.Element(i);
-            if (slot.Has("on"))
-                entity.SetSlotOn(static_cast<int>(i), slot.Member("on").Bool());
-            if (slot.Has("map")) {
-                const JsonView map = slot.Member("map");
-                entity.SetSlotMap(static_cast<int>(i),
-                                  static_cast<Texmap*>(Resolve(map, TYPE_TEXMAP)));
-            }
-        }
+    entry.ForElementsOf("slot_list", [&](const JsonView& view, size_t i) {
+        const int slot = static_cast<int>(i);
+        if (const auto on = view.Find("on"))
+            entity.SetSlotOn(slot, on->Bool());
+        if (const auto map = view.Find("map"))
+            entity.SetSlotMap(slot, static_cast<Texmap*>(Resolve(*map, TYPE_TEXMAP)));
+    });
+    const auto slots = entry.Find("slots");
+    if (slots && slots->IsArray()) {
+        GrowSlots(entity, static_cast<int>(slots->Size()));
+        slots->ForElements(
+            [&](const JsonView& map, size_t i) { SetSlot(entity, static_cast<int>(i), map); });
+    } else if (slots) {
+        slots->ForMembers([&](const std::string& name, const JsonView& map) {
+            SetSlot(entity, entity.FindSlot(utf8::ToWide(name)), map);
+        });
     }
-    const auto setSlot = [&](int slot, const JsonView& map) {
-        if (slot < 0 || slot >= entity.NumSlots())
-            map.Complain("there is no such texture slot");
-        entity.SetSlotMap(slot, static_cast<Texmap*>(Resolve(map, TYPE_TEXMAP)));
-    };
-    if (entry.Has("slots")) {
-        const JsonView slots = entry.Member("slots");
-        if (slots.IsArray()) {
-            GrowSlots(entity, static_cast<int>(slots.Size()));
-            for (size_t i = 0; i < slots.Size(); ++i)
-                setSlot(static_cast<int>(i), slots.Element(i));
-        } else {
-            slots.ForMembers([&](const std::string& name, const JsonView& map) {
-                setSlot(entity.FindSlot(utf8::ToWide(name)), map);
-            });
-        }
-    }
-    if (entry.Has("slots_off")) {
-        const JsonView list = entry.Member("slots_off");
-        list.Array();
-        for (size_t i = 0; i < list.Size(); ++i)
-            entity.SetSlotOn(SlotIndex(list, i, entity), false);
-    }
-    if (entry.Has("file")) {
-        const JsonView file = entry.Member("file");
-        ParamPlace place;
-        for (const wchar_t* name : {L"fileName", L"HDRIMapName"})
-            if (!place.Known())
-                place = entity.FindParam(name);
+    entry.ForElementsOf("slots_off", [&](const JsonView& which) {
+        entity.SetSlotOn(SlotIndex(which, entity), false);
+    });
+    if (const auto file = entry.Find("file")) {
+        ParamPlace place = entity.FindParam(L"fileName");
         if (!place.Known())
-            file.Complain("this class has no file");
-        SetParam(file, entity, place);
+            place = entity.FindParam(L"HDRIMapName");
+        if (!place.Known())
+            file->Complain("this class has no file");
+        SetParam(*file, entity, place);
     }
 }
 
 void SceneLoader::FillSubMaterials(const JsonView& entry, const Made& made) {
     Entity& entity = *made.entity;
-    if (entry.Has("sub_materials")) {
-        const JsonView list = entry.Member("sub_materials");
-        list.Array();
-        GrowSubMaterials(entity, static_cast<int>(list.Size()));
-        for (size_t i = 0; i < list.Size(); ++i) {
-            const JsonView element = list.Element(i);
+    if (const auto list = entry.Find("sub_materials")) {
+        list->Array();
+        GrowSubMaterials(entity, static_cast<int>(list->Size()));
+        list->ForElements([&](const JsonView& element, size_t i) {
             if (static_cast<int>(i) >= entity.NumMtls())
                 element.Complain("the class has only " + std::to_string(entity.NumMtls()) +
                                  " sub-materials");
             entity.SetSubMtlAt(static_cast<int>(i), static_cast<Mtl*>(Resolve(element, TYPE_MTL)));
-        }
+        });
     }
     for (const auto& [member, param] : {std::pair("sub_material_names", L"names"),
-                                        std::pair("sub_material_ids", L"materialIDList")}) {
-        if (!entry.Has(member))
-            continue;
-        const JsonView list = entry.Member(member);
-        const ParamPlace place = entity.FindParam(param);
-        if (!place.Known())
-            list.Complain("this class keeps no such list");
-        SetParam(list, entity, place);
-    }
+                                        std::pair("sub_material_ids", L"materialIDList")})
+        if (const auto list = entry.Find(member)) {
+            const ParamPlace place = entity.FindParam(param);
+            if (!place.Known())
+                list->Complain("this class keeps no such list");
+            SetParam(*list, entity, place);
+        }
 }
 
 void SceneLoader::FillSubObjects(const JsonView& entry, Entity& entity) {
-    if (!entry.Has("sub_objects"))
+    const auto roles = entry.Find("sub_objects");
+    if (!roles)
         return;
-    entry.Member("sub_objects").ForMembers([&](const std::string& name, const JsonView& view) {
+    roles->ForMembers([&](const std::string& name, const JsonView& view) {
         const std::wstring role = utf8::ToWide(name);
-        const auto& roles = entity.Class().subObjects;
-        const auto at = std::find_if(roles.begin(), roles.end(),
-                                     [&](const SubObjectSpec& sub) { return sub.role == role; });
-        if (at == roles.end())
+        const auto& known = entity.Class().subObjects;
+        if (std::none_of(known.begin(), known.end(),
+                         [&](const SubObjectSpec& sub) { return sub.role == role; }))
             view.Complain("the class has no sub-object of that role");
         if (view.IsNull()) {
             entity.SetSubObject(role, nullptr);

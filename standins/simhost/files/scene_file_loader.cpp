@@ -6,7 +6,14 @@ namespace simhost {
 
 namespace {
 constexpr int deepestInline = 64;
-}
+
+// clang-format off
+constexpr std::initializer_list<std::string_view> topMembers = {
+    "format", "version", "file_name", "host", "units", "unit_scale_override", "time", "render",
+    "directories", "map_paths", "environment", "renderer", "color_pipeline", "maps", "materials",
+    "objects", "modifiers", "nodes", "selection", "faults"};
+// clang-format on
+} // namespace
 
 void SceneLoader::Load() {
     root_.Object();
@@ -16,13 +23,7 @@ void SceneLoader::Load() {
     const JsonView version = root_.Member("version");
     if (!version.Raw().is_number_integer() || version.Integer() != 1)
         version.Expected("version 1");
-    root_.OnlyMembers({"format",         "version",     "file_name",
-                       "host",           "units",       "unit_scale_override",
-                       "time",           "render",      "directories",
-                       "map_paths",      "environment", "renderer",
-                       "color_pipeline", "maps",        "materials",
-                       "objects",        "modifiers",   "nodes",
-                       "selection",      "faults"});
+    root_.OnlyMembers(topMembers);
     MakeAll("maps", Context::Map, maps_);
     MakeAll("materials", Context::Material, materials_);
     MakeAll("modifiers", Context::Modifier, modifiers_);
@@ -39,26 +40,26 @@ void SceneLoader::Load() {
 }
 
 void SceneLoader::MakeAll(const char* member, Context context, Dictionary& made) {
-    if (!root_.Has(member))
-        return;
-    root_.Member(member).ForMembers([&](const std::string& id, const JsonView& entry) {
-        if (id.empty())
-            entry.Complain("an id can't be empty");
-        made.emplace(id, Make(entry, context));
-    });
+    if (const auto entries = root_.Find(member))
+        entries->ForMembers([&](const std::string& id, const JsonView& entry) {
+            if (id.empty())
+                entry.Complain("an id can't be empty");
+            made.emplace(id, Make(entry, context));
+        });
 }
 
 void SceneLoader::FillAll(const char* member, Context context, const Dictionary& made) {
-    if (!root_.Has(member))
-        return;
-    root_.Member(member).ForMembers(
-        [&](const std::string& id, const JsonView& entry) { Fill(entry, context, made.at(id)); });
+    if (const auto entries = root_.Find(member))
+        entries->ForMembers([&](const std::string& id, const JsonView& entry) {
+            Fill(entry, context, made.at(id));
+        });
 }
 
 void SceneLoader::CheckStacks() const {
-    if (!root_.Has("objects"))
+    const auto entries = root_.Find("objects");
+    if (!entries)
         return;
-    root_.Member("objects").ForMembers([&](const std::string& id, const JsonView& entry) {
+    entries->ForMembers([&](const std::string& id, const JsonView& entry) {
         std::unordered_set<Object*> seen;
         auto* object = dynamic_cast<Object*>(objects_.at(id).thing);
         while (auto* stack = dynamic_cast<DerivedObject*>(object)) {
@@ -144,37 +145,28 @@ SceneModifier* SceneLoader::ResolveModifier(const JsonView& view, Context contex
 }
 
 void SceneLoader::ReadFaults(const JsonView& view, Faults& faults) {
-    if (view.Has("throw_kind")) {
-        const JsonView kind = view.Member("throw_kind");
-        if (kind.Utf8() != "other" && kind.Utf8() != "exception")
-            kind.Expected("\"exception\" or \"other\"");
-        faults.ThrowOtherKind(kind.Utf8() == "other");
+    if (const auto kind = view.Find("throw_kind")) {
+        if (kind->Utf8() != "other" && kind->Utf8() != "exception")
+            kind->Expected("\"exception\" or \"other\"");
+        faults.ThrowOtherKind(kind->Utf8() == "other");
     }
-    if (view.Has("answers_nothing")) {
-        const JsonView list = view.Member("answers_nothing");
-        list.Array();
-        for (size_t i = 0; i < list.Size(); ++i) {
-            const auto call = CallOfName(list.Element(i).Utf8());
-            if (!call || !CanAnswerNothing(*call))
-                list.Element(i).Expected("the name of a call that can answer nothing");
-            faults.AddNothing(*call);
-        }
-    }
-    if (!view.Has("throws"))
-        return;
-    const JsonView list = view.Member("throws");
-    if (list.Raw().is_boolean()) {
-        if (list.Bool())
-            faults.AddAll();
-        return;
-    }
-    list.Array();
-    for (size_t i = 0; i < list.Size(); ++i) {
-        const JsonView name = list.Element(i);
+    view.ForElementsOf("answers_nothing", [&](const JsonView& name) {
         const auto call = CallOfName(name.Utf8());
-        if (!call)
-            name.Expected("the name of a call that can throw");
-        faults.Add(*call);
+        if (!call || !CanAnswerNothing(*call))
+            name.Expected("the name of a call that can answer nothing");
+        faults.AddNothing(*call);
+    });
+    const auto throws = view.Find("throws");
+    if (throws && throws->Raw().is_boolean()) {
+        if (throws->Bool())
+            faults.AddAll();
+    } else if (throws) {
+        throws->ForElements([&](const JsonView& name) {
+            const auto call = CallOfName(name.Utf8());
+            if (!call)
+                name.Expected("the name of a call that can throw");
+            faults.Add(*call);
+        });
     }
 }
 

@@ -2,7 +2,7 @@
 // The inside of the scene file's reader. A load goes in four passes over the parsed text: things
 // are made, then nodes, then values and references are filled in (so cycles and any order work),
 // then the settings of the scene.
-#include "simhost/files/json_value.h"
+#include "simhost/classes/json_value.h"
 #include "simhost/scene/derived_object.h"
 #include "simhost/scene/scene.h"
 
@@ -67,11 +67,13 @@ class SceneLoader {
     void FillSubMaterials(const JsonView& entry, const Made& made);
     void FillSubObjects(const JsonView& entry, Entity& entity);
     void SetParam(const JsonView& value, Entity& entity, ParamPlace place);
-    [[nodiscard]] static int SlotIndex(const JsonView& list, size_t i, Entity& entity);
+    void SetSlot(Entity& entity, int slot, const JsonView& map);
+    [[nodiscard]] static int SlotIndex(const JsonView& which, const Entity& entity);
 
     // scene_file_objects.cpp
     void FillObject(const JsonView& entry, const Made& made);
-    void FillStack(const JsonView& modifiers, DerivedObject& stack, Context context);
+    void FillStack(const JsonView& entry, const char* member, DerivedObject& stack,
+                   Context context);
 
     // scene_file_nodes.cpp
     void LoadNodes();

@@ -9,6 +9,15 @@ namespace {
 
 constexpr int deepestNesting = 500;
 
+// clang-format off
+constexpr std::initializer_list<std::string_view> nodeMembers = {
+    "id", "name", "parent", "children", "transform", "world_transform", "object_offset", "object",
+    "modifiers", "space_modifiers", "material", "target", "hidden", "frozen", "selected",
+    "renderable", "primary_visibility", "secondary_visibility", "cast_shadows", "receive_shadows",
+    "visibility", "wire_color", "group_head", "group_member", "group_open", "layer", "user_props",
+    "handle", "throws", "throw_kind", "answers_nothing"};
+// clang-format on
+
 Matrix3 Turn(int axis, float degrees) {
     const double a = double(degrees) * std::numbers::pi / 180;
     const auto c = static_cast<float>(std::cos(a)), s = static_cast<float>(std::sin(a));
@@ -56,8 +65,7 @@ void ReadFlags(const JsonView& view, SceneNode& node) {
         {"group_member", &node.flags.groupMember},
         {"group_open", &node.flags.groupOpen}};
     for (const auto& [member, flag] : flags)
-        if (view.Has(member))
-            *flag = view.Member(member).Bool();
+        view.Read(member, *flag);
 }
 
 DWORD ReadWireColor(const JsonView& view) {
@@ -77,21 +85,21 @@ DWORD ReadWireColor(const JsonView& view) {
 
 Matrix3 ReadTransform(const JsonView& view) {
     view.OnlyMembers({"matrix", "position", "rotation", "scale"});
-    if (view.Has("matrix")) {
+    if (const auto matrix = view.Find("matrix")) {
         if (view.Size() != 1)
             view.Complain("a transform has either a \"matrix\" or position, rotation and scale");
-        return ReadMatrix(view.Member("matrix"));
+        return ReadMatrix(*matrix);
     }
     Matrix3 m;
-    if (view.Has("rotation"))
-        m = ReadRotation(view.Member("rotation"));
-    if (view.Has("scale")) {
-        const Point3 scale = ReadScale(view.Member("scale"));
+    if (const auto rotation = view.Find("rotation"))
+        m = ReadRotation(*rotation);
+    if (const auto scaling = view.Find("scale")) {
+        const Point3 scale = ReadScale(*scaling);
         for (int i = 0; i < 3; ++i)
             m.SetRow(i, m.GetRow(i) * scale[i]);
     }
-    if (view.Has("position"))
-        m.SetTrans(ReadPoint3(view.Member("position")));
+    if (const auto position = view.Find("position"))
+        m.SetTrans(ReadPoint3(*position));
     return m;
 }
 
@@ -111,37 +119,7 @@ void SceneLoader::CollectNodes(const JsonView& list, int parent, int depth) {
     for (size_t i = 0; i < list.Size(); ++i) {
         nodes_.push_back({list.Element(i), "", parent, {}, nullptr});
         const JsonView& view = nodes_.back().view;
-        view.OnlyMembers({"id",
-                          "name",
-                          "parent",
-                          "children",
-                          "transform",
-                          "world_transform",
-                          "object_offset",
-                          "object",
-                          "modifiers",
-                          "space_modifiers",
-                          "material",
-                          "target",
-                          "hidden",
-                          "frozen",
-                          "selected",
-                          "renderable",
-                          "primary_visibility",
-                          "secondary_visibility",
-                          "cast_shadows",
-                          "receive_shadows",
-                          "visibility",
-                          "wire_color",
-                          "group_head",
-                          "group_member",
-                          "group_open",
-                          "layer",
-                          "user_props",
-                          "handle",
-                          "throws",
-                          "throw_kind",
-                          "answers_nothing"});
+        view.OnlyMembers(nodeMembers);
         (void)view.Member("name").Utf8();
         const int self = static_cast<int>(nodes_.size()) - 1;
         if (view.Has("children")) {
@@ -229,14 +207,14 @@ void SceneLoader::FillNodeObject(const JsonView& view, SceneNode& node) {
         object = dynamic_cast<Object*>(scene_.Create(L"Dummy", HELPER_CLASS_ID));
     if (view.Has("modifiers")) {
         auto* stack = scene_.Own(std::make_unique<DerivedObject>(object));
-        FillStack(view.Member("modifiers"), *stack, Context::Modifier);
+        FillStack(view, "modifiers", *stack, Context::Modifier);
         object = stack;
     }
     if (object)
         node.SetObjectRef(object);
     if (view.Has("space_modifiers")) {
         auto* stack = scene_.Own(std::make_unique<DerivedObject>(object, WSM_DERIVOB_CLASS_ID));
-        FillStack(view.Member("space_modifiers"), *stack, Context::SpaceModifier);
+        FillStack(view, "space_modifiers", *stack, Context::SpaceModifier);
         node.SetSpaceStack(stack);
     }
 }
@@ -244,37 +222,35 @@ void SceneLoader::FillNodeObject(const JsonView& view, SceneNode& node) {
 void SceneLoader::FillNode(const NodeEntry& entry) {
     const JsonView& view = entry.view;
     SceneNode& node = *entry.node;
-    if (view.Has("transform") && view.Has("world_transform"))
+    const auto local = view.Find("transform"), world = view.Find("world_transform");
+    if (local && world)
         view.Complain("a node has either a \"transform\" or a \"world_transform\"");
-    if (view.Has("transform"))
-        node.SetLocalTM(ReadTransform(view.Member("transform")));
-    if (view.Has("world_transform"))
-        node.SetNodeTM(0, ReadTransform(view.Member("world_transform")));
-    if (view.Has("object_offset"))
-        DecomposeMatrix(ReadTransform(view.Member("object_offset")), node.offset.position,
-                        node.offset.rotation, node.offset.scale.s);
+    if (local)
+        node.SetLocalTM(ReadTransform(*local));
+    if (world)
+        node.SetNodeTM(0, ReadTransform(*world));
+    if (const auto offset = view.Find("object_offset"))
+        DecomposeMatrix(ReadTransform(*offset), node.offset.position, node.offset.rotation,
+                        node.offset.scale.s);
     ReadFlags(view, node);
     FillNodeObject(view, node);
-    if (view.Has("material")) {
-        const JsonView material = view.Member("material");
-        node.SetMtl(static_cast<Mtl*>(Resolve(material, TYPE_MTL)));
-    }
-    if (view.Has("target")) {
-        SceneNode* target = ResolveNode(view.Member("target"));
+    if (const auto material = view.Find("material"))
+        node.SetMtl(static_cast<Mtl*>(Resolve(*material, TYPE_MTL)));
+    if (const auto targetView = view.Find("target")) {
+        SceneNode* target = ResolveNode(*targetView);
         node.SetTarget(target);
         if (target && !target->ObjectRef())
             target->SetObjectRef(
                 dynamic_cast<Object*>(scene_.Create(L"Targetobject", GEOMOBJECT_CLASS_ID)));
     }
-    if (view.Has("visibility"))
-        node.visibility = view.Member("visibility").Number();
-    if (view.Has("wire_color"))
-        node.SetWireColor(ReadWireColor(view.Member("wire_color")));
-    if (view.Has("layer"))
-        node.layer = view.Member("layer").Text();
-    if (view.Has("user_props"))
-        node.userProps = view.Member("user_props").Text();
-    if (view.Has("selected") && view.Member("selected").Bool())
+    view.Read("visibility", node.visibility);
+    if (const auto color = view.Find("wire_color"))
+        node.SetWireColor(ReadWireColor(*color));
+    view.Read("layer", node.layer);
+    view.Read("user_props", node.userProps);
+    bool selected = false;
+    view.Read("selected", selected);
+    if (selected)
         scene_.Select(&node);
     ReadFaults(view, node.faults);
 }

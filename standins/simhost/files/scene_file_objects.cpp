@@ -5,54 +5,40 @@ namespace simhost {
 
 namespace {
 
+Point3 ReadPoint3Or(const JsonView& view, const char* member, const Point3& otherwise) {
+    const auto point = view.Find(member);
+    return point ? ReadPoint3(*point) : otherwise;
+}
+
 Spline ReadSpline(const JsonView& view) {
     view.OnlyMembers({"points", "knots", "closed", "steps"});
     Spline spline;
-    if (view.Has("closed"))
-        spline.closed = view.Member("closed").Bool();
-    if (view.Has("steps")) {
-        const JsonView steps = view.Member("steps");
-        spline.steps = steps.Integer();
-        if (spline.steps < 0 || spline.steps > 100)
-            steps.Expected("a number of steps from 0 to 100");
-    }
+    view.Read("closed", spline.closed);
+    view.Read("steps", spline.steps);
+    if (spline.steps < 0 || spline.steps > 100)
+        view.Member("steps").Expected("a number of steps from 0 to 100");
     if (view.Has("points") == view.Has("knots"))
         view.Complain("a spline has either \"points\" or \"knots\"");
-    if (view.Has("points")) {
-        const JsonView points = view.Member("points");
-        points.Array();
-        for (size_t i = 0; i < points.Size(); ++i) {
-            const Point3 p = ReadPoint3(points.Element(i));
-            spline.knots.push_back({p, p, p});
-        }
-        return spline;
-    }
-    const JsonView knots = view.Member("knots");
-    knots.Array();
-    for (size_t i = 0; i < knots.Size(); ++i) {
-        const JsonView knot = knots.Element(i);
+    view.ForElementsOf("points", [&](const JsonView& point) {
+        const Point3 p = ReadPoint3(point);
+        spline.knots.push_back({p, p, p});
+    });
+    view.ForElementsOf("knots", [&](const JsonView& knot) {
         knot.OnlyMembers({"p", "in", "out"});
         const Point3 p = ReadPoint3(knot.Member("p"));
-        spline.knots.push_back({p, knot.Has("in") ? ReadPoint3(knot.Member("in")) : p,
-                                knot.Has("out") ? ReadPoint3(knot.Member("out")) : p});
-    }
+        spline.knots.push_back({p, ReadPoint3Or(knot, "in", p), ReadPoint3Or(knot, "out", p)});
+    });
     return spline;
 }
 
 void ReadLens(const JsonView& view, SceneCamera::Lens& lens) {
     view.OnlyMembers({"fov", "ortho", "target_distance", "manual_clip", "near", "far"});
-    if (view.Has("fov"))
-        lens.fov = view.Member("fov").Number();
-    if (view.Has("ortho"))
-        lens.ortho = view.Member("ortho").Bool();
-    if (view.Has("target_distance"))
-        lens.targetDistance = view.Member("target_distance").Number();
-    if (view.Has("manual_clip"))
-        lens.manualClip = view.Member("manual_clip").Bool();
-    if (view.Has("near"))
-        lens.nearClip = view.Member("near").Number();
-    if (view.Has("far"))
-        lens.farClip = view.Member("far").Number();
+    view.Read("fov", lens.fov);
+    view.Read("ortho", lens.ortho);
+    view.Read("target_distance", lens.targetDistance);
+    view.Read("manual_clip", lens.manualClip);
+    view.Read("near", lens.nearClip);
+    view.Read("far", lens.farClip);
 }
 
 /// The thing as the class that the member is for; another class is a fault.
@@ -77,53 +63,44 @@ void FillMesh(const JsonView& view, Entity& entity) {
 } // namespace
 
 void SceneLoader::FillObject(const JsonView& entry, const Made& made) {
-    auto* stack = dynamic_cast<DerivedObject*>(made.thing);
-    if (stack) {
-        if (entry.Has("base")) {
-            stack->SetBase(ResolveObject(entry.Member("base")));
+    if (auto* stack = dynamic_cast<DerivedObject*>(made.thing)) {
+        if (const auto base = entry.Find("base")) {
+            stack->SetBase(ResolveObject(*base));
             ReadFaults(entry, stack->faults);
         }
-        if (entry.Has("modifiers"))
-            FillStack(entry.Member("modifiers"), *stack, Context::Modifier);
+        FillStack(entry, "modifiers", *stack, Context::Modifier);
     }
     for (const char* member : {"mesh", "splines", "camera", "box", "use_light"})
         if (entry.Has(member) && !made.entity)
             entry.Complain("a stack on another object has only \"base\" and \"modifiers\"");
-    if (entry.Has("mesh"))
-        FillMesh(entry.Member("mesh"), *made.entity);
-    if (entry.Has("splines")) {
-        const JsonView list = entry.Member("splines");
-        list.Array();
-        auto& shape = Needed<SceneShape>(list, *made.entity);
-        for (size_t i = 0; i < list.Size(); ++i)
-            shape.splines.push_back(ReadSpline(list.Element(i)));
+    if (const auto mesh = entry.Find("mesh"))
+        FillMesh(*mesh, *made.entity);
+    if (const auto list = entry.Find("splines")) {
+        list->Array();
+        auto& shape = Needed<SceneShape>(*list, *made.entity);
+        list->ForElements(
+            [&](const JsonView& spline) { shape.splines.push_back(ReadSpline(spline)); });
     }
-    if (entry.Has("camera")) {
-        const JsonView view = entry.Member("camera");
-        ReadLens(view, Needed<SceneCamera>(view, *made.entity).lens);
+    if (const auto camera = entry.Find("camera"))
+        ReadLens(*camera, Needed<SceneCamera>(*camera, *made.entity).lens);
+    if (const auto box = entry.Find("box")) {
+        box->Array(2);
+        auto& helper = Needed<SceneHelper>(*box, *made.entity);
+        helper.boxMin = ReadPoint3(box->Element(0));
+        helper.boxMax = ReadPoint3(box->Element(1));
     }
-    if (entry.Has("box")) {
-        const JsonView view = entry.Member("box");
-        view.Array(2);
-        auto& helper = Needed<SceneHelper>(view, *made.entity);
-        helper.boxMin = ReadPoint3(view.Element(0));
-        helper.boxMax = ReadPoint3(view.Element(1));
-    }
-    if (entry.Has("use_light")) {
-        const JsonView view = entry.Member("use_light");
-        Needed<SceneLight>(view, *made.entity).useLight = view.Bool();
-    }
+    if (const auto on = entry.Find("use_light"))
+        on->Read(Needed<SceneLight>(*on, *made.entity).useLight);
 }
 
-void SceneLoader::FillStack(const JsonView& modifiers, DerivedObject& stack, Context context) {
-    modifiers.Array();
-    for (size_t i = 0; i < modifiers.Size(); ++i) {
-        const JsonView element = modifiers.Element(i);
+void SceneLoader::FillStack(const JsonView& entry, const char* member, DerivedObject& stack,
+                            Context context) {
+    entry.ForElementsOf(member, [&](const JsonView& element) {
         if (SceneModifier* modifier = ResolveModifier(element, context))
             stack.AddModifier(modifier, -1);
         else
             element.Complain("this is no modifier");
-    }
+    });
 }
 
 } // namespace simhost

@@ -17,134 +17,105 @@ int AtLeast(const JsonView& view, int least) {
 } // namespace
 
 void SceneLoader::LoadSettings() {
-    if (root_.Has("file_name"))
-        scene_.filePath = root_.Member("file_name").Text();
-    if (root_.Has("time"))
-        scene_.time = root_.Member("time").Integer();
-    if (root_.Has("host")) {
-        const JsonView host = root_.Member("host");
-        host.OnlyMembers({"release", "year"});
-        if (host.Has("release"))
-            scene_.hostRelease = host.Member("release").Integer();
-        if (host.Has("year"))
-            scene_.hostYear = host.Member("year").Integer();
+    root_.Read("file_name", scene_.filePath);
+    root_.Read("time", scene_.time);
+    if (const auto host = root_.Find("host")) {
+        host->OnlyMembers({"release", "year"});
+        host->Read("release", scene_.hostRelease);
+        host->Read("year", scene_.hostYear);
     }
-    if (root_.Has("render")) {
-        const JsonView render = root_.Member("render");
-        render.OnlyMembers({"width", "height", "pixel_aspect"});
-        if (render.Has("width"))
-            scene_.renderWidth = AtLeast(render.Member("width"), 0);
-        if (render.Has("height"))
-            scene_.renderHeight = AtLeast(render.Member("height"), 0);
-        if (render.Has("pixel_aspect"))
-            scene_.pixelAspect = render.Member("pixel_aspect").Number();
+    if (const auto render = root_.Find("render")) {
+        render->OnlyMembers({"width", "height", "pixel_aspect"});
+        if (const auto width = render->Find("width"))
+            scene_.renderWidth = AtLeast(*width, 0);
+        if (const auto height = render->Find("height"))
+            scene_.renderHeight = AtLeast(*height, 0);
+        render->Read("pixel_aspect", scene_.pixelAspect);
     }
-    if (root_.Has("directories"))
-        root_.Member("directories").ForMembers([&](const std::string& id, const JsonView& dir) {
+    if (const auto directories = root_.Find("directories"))
+        directories->ForMembers([&](const std::string& id, const JsonView& dir) {
             const bool number = !id.empty() && id.size() < 6 &&
                                 id.find_first_not_of("0123456789") == std::string::npos;
             if (!number)
                 dir.Complain("expected the number of a directory");
             scene_.directories[std::stoi(id)] = dir.Text();
         });
-    if (root_.Has("map_paths")) {
-        const JsonView list = root_.Member("map_paths");
-        list.Array();
-        for (size_t i = 0; i < list.Size(); ++i)
-            scene_.mapPaths.push_back(list.Element(i).Text());
-    }
+    root_.ForElementsOf("map_paths",
+                        [&](const JsonView& path) { scene_.mapPaths.push_back(path.Text()); });
     LoadUnits();
     LoadEnvironment();
     LoadColorPipeline();
     LoadFaults();
-    if (root_.Has("selection")) {
-        const JsonView list = root_.Member("selection");
-        list.Array();
-        for (size_t i = 0; i < list.Size(); ++i)
-            scene_.Select(ResolveNode(list.Element(i)));
-    }
+    root_.ForElementsOf("selection",
+                        [&](const JsonView& node) { scene_.Select(ResolveNode(node)); });
 }
 
 void SceneLoader::LoadUnits() {
     static constexpr std::string_view types[] = {
         "inches", "feet", "miles", "millimeters", "centimeters", "meters", "kilometers"};
-    if (root_.Has("unit_scale_override"))
-        scene_.unitScaleOverride = root_.Member("unit_scale_override").Number();
-    if (!root_.Has("units"))
+    root_.Read("unit_scale_override", scene_.unitScaleOverride);
+    const auto units = root_.Find("units");
+    if (!units)
         return;
-    const JsonView units = root_.Member("units");
-    units.OnlyMembers({"type", "scale"});
-    if (units.Has("type")) {
-        const JsonView type = units.Member("type");
-        const auto* found = std::find(std::begin(types), std::end(types), type.Utf8());
+    units->OnlyMembers({"type", "scale"});
+    if (const auto type = units->Find("type")) {
+        const auto* found = std::find(std::begin(types), std::end(types), type->Utf8());
         if (found == std::end(types))
-            type.Expected("inches, feet, miles, millimeters, centimeters, meters or kilometers");
+            type->Expected("inches, feet, miles, millimeters, centimeters, meters or kilometers");
         scene_.unitType = static_cast<int>(found - std::begin(types)) + UNITS_INCHES;
     }
-    if (units.Has("scale"))
-        scene_.unitScale = units.Member("scale").Number();
+    units->Read("scale", scene_.unitScale);
 }
 
 void SceneLoader::LoadEnvironment() {
-    if (root_.Has("renderer")) {
-        const JsonView renderer = root_.Member("renderer");
+    if (const auto renderer = root_.Find("renderer"))
         scene_.renderer =
-            renderer.IsNull() ? nullptr : MakeInline(renderer, Context::Renderer).thing;
-    }
-    if (!root_.Has("environment"))
+            renderer->IsNull() ? nullptr : MakeInline(*renderer, Context::Renderer).thing;
+    const auto view = root_.Find("environment");
+    if (!view)
         return;
-    const JsonView view = root_.Member("environment");
-    view.OnlyMembers({"background", "ambient", "use_map", "map"});
-    if (view.Has("background"))
-        scene_.background = ReadPoint3(view.Member("background"));
-    if (view.Has("ambient"))
-        scene_.ambient = ReadPoint3(view.Member("ambient"));
-    if (view.Has("use_map"))
-        scene_.useEnvironmentMap = view.Member("use_map").Bool();
-    if (view.Has("map")) {
-        const JsonView map = view.Member("map");
-        scene_.environmentMap = static_cast<Texmap*>(Resolve(map, TYPE_TEXMAP));
-    }
+    view->OnlyMembers({"background", "ambient", "use_map", "map"});
+    if (const auto background = view->Find("background"))
+        scene_.background = ReadPoint3(*background);
+    if (const auto ambient = view->Find("ambient"))
+        scene_.ambient = ReadPoint3(*ambient);
+    view->Read("use_map", scene_.useEnvironmentMap);
+    if (const auto map = view->Find("map"))
+        scene_.environmentMap = static_cast<Texmap*>(Resolve(*map, TYPE_TEXMAP));
 }
 
 void SceneLoader::LoadColorPipeline() {
-    if (!root_.Has("color_pipeline") || root_.Member("color_pipeline").IsNull())
+    const auto view = root_.Find("color_pipeline");
+    if (!view || view->IsNull())
         return;
-    const JsonView view = root_.Member("color_pipeline");
-    view.OnlyMembers({"mode", "rendering_space", "display_gamma"});
-    Scene::ColorPipeline pipeline;
-    if (view.Has("mode"))
-        pipeline.mode = view.Member("mode").Text();
-    if (view.Has("rendering_space"))
-        pipeline.renderingSpace = view.Member("rendering_space").Text();
-    if (view.Has("display_gamma"))
-        pipeline.displayGamma = view.Member("display_gamma").Number();
-    scene_.colorPipeline = pipeline;
+    view->OnlyMembers({"mode", "rendering_space", "display_gamma"});
+    Scene::ColorPipeline& pipeline = scene_.colorPipeline.emplace();
+    view->Read("mode", pipeline.mode);
+    view->Read("rendering_space", pipeline.renderingSpace);
+    view->Read("display_gamma", pipeline.displayGamma);
 }
 
 void SceneLoader::LoadFaults() {
-    if (!root_.Has("faults"))
+    const auto view = root_.Find("faults");
+    if (!view)
         return;
-    const JsonView view = root_.Member("faults");
-    view.OnlyMembers({"exporter", "throws", "throw_kind", "answers_nothing", "find_files"});
-    if (view.Has("exporter")) {
+    view->OnlyMembers({"exporter", "throws", "throw_kind", "answers_nothing", "find_files"});
+    if (const auto exporter = view->Find("exporter")) {
         static constexpr std::pair<std::string_view, Scene::Exporter> ways[] = {
             {"works", Scene::Exporter::Works},
             {"absent", Scene::Exporter::Absent},
             {"refuses", Scene::Exporter::Refuses},
             {"writes_nothing", Scene::Exporter::WritesNothing},
             {"throws", Scene::Exporter::Throws}};
-        const JsonView exporter = view.Member("exporter");
         const auto* found = std::find_if(std::begin(ways), std::end(ways), [&](const auto& way) {
-            return way.first == exporter.Utf8();
+            return way.first == exporter->Utf8();
         });
         if (found == std::end(ways))
-            exporter.Expected("absent, refuses, writes_nothing, throws or works");
+            exporter->Expected("absent, refuses, writes_nothing, throws or works");
         scene_.exporter = found->second;
     }
-    if (view.Has("find_files"))
-        scene_.findsFiles = view.Member("find_files").Bool();
-    ReadFaults(view, scene_.faults);
+    view->Read("find_files", scene_.findsFiles);
+    ReadFaults(*view, scene_.faults);
 }
 
 } // namespace simhost

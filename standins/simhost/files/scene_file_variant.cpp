@@ -1,7 +1,6 @@
 // The class of an entry that changes one of the catalogue, or brings its own definitions.
-#include "simhost/classes/catalogue_reader.h"
+#include "simhost/classes/fold.h"
 #include "simhost/files/scene_file_loader.h"
-#include "simhost/scene/text.h"
 #include "text/utf8.h"
 
 #include <algorithm>
@@ -9,6 +8,12 @@
 namespace simhost {
 
 namespace {
+
+/// The member "name"; null without it, too.
+Text NameIn(const JsonView& view) {
+    const auto name = view.Find("name");
+    return name && !name->IsNull() ? Text(name->Text()) : Text();
+}
 
 /// Builds the variant of one entry. The class's own slots follow their parameters to new places.
 class VariantBuilder {
@@ -41,7 +46,6 @@ class VariantBuilder {
     void Identity();
     void DraftBase();
     void Omit();
-    void Blocks();
     void Block(const JsonView& view);
     void Param(const JsonView& view, Draft& draft, std::vector<ParamPlace>& places, int block);
     void Finish();
@@ -60,16 +64,17 @@ class VariantBuilder {
 
 ClassVariant VariantBuilder::Build() {
     Identity();
-    const bool replace = entry_.Has("replace_blocks") && entry_.Member("replace_blocks").Bool();
+    bool replace = false;
+    entry_.Read("replace_blocks", replace);
     if (base_ && !replace)
         DraftBase();
     Omit();
-    Blocks();
+    entry_.ForElementsOf("blocks", [&](const JsonView& block) { Block(block); });
     Finish();
     MoveSlots();
     SlotList();
-    if (!base_ && entry_.Has("sub_objects"))
-        entry_.Member("sub_objects").ForMembers([&](const std::string& role, const JsonView&) {
+    if (const auto roles = entry_.Find("sub_objects"); roles && !base_)
+        roles->ForMembers([&](const std::string& role, const JsonView&) {
             info_->subObjects.push_back({utf8::ToWide(role), L""});
         });
     variant_.info = info_;
@@ -77,20 +82,14 @@ ClassVariant VariantBuilder::Build() {
 }
 
 void VariantBuilder::Identity() {
-    if (entry_.Has("class_id")) {
-        const JsonView id = entry_.Member("class_id");
-        id.Array(2);
-        info_->classId = Class_ID(id.Element(0).Code(), id.Element(1).Code());
+    if (const auto id = entry_.Find("class_id")) {
+        id->Array(2);
+        info_->classId = Class_ID(id->Element(0).Code(), id->Element(1).Code());
     }
-    if (entry_.Has("super_class")) {
-        const JsonView number = entry_.Member("super_class");
-        if (!number.IsText())
-            info_->superClass = number.Unsigned();
-    }
-    if (entry_.Has("localized_class"))
-        info_->localizedName = entry_.Member("localized_class").Text();
-    if (entry_.Has("converts"))
-        info_->converts = entry_.Member("converts").Bool();
+    if (const auto number = entry_.Find("super_class"); number && !number->IsText())
+        info_->superClass = number->Unsigned();
+    entry_.Read("localized_class", info_->localizedName);
+    entry_.Read("converts", info_->converts);
 }
 
 void VariantBuilder::DraftBase() {
@@ -111,35 +110,19 @@ void VariantBuilder::DraftBase() {
 }
 
 void VariantBuilder::Omit() {
-    if (!entry_.Has("omit_params"))
-        return;
-    const JsonView list = entry_.Member("omit_params");
-    list.Array();
-    for (size_t k = 0; k < list.Size(); ++k) {
-        const JsonView name = list.Element(k);
-        const std::wstring wanted = Fold(name.Text());
+    entry_.ForElementsOf("omit_params", [&](const JsonView& name) {
+        const std::wstring wanted = name.Text();
         bool found = false;
         for (Draft& draft : drafts_)
             for (size_t i = draft.params.size(); i-- > 0;)
-                if (draft.params[i].name && Fold(*draft.params[i].name) == wanted) {
+                if (draft.params[i].name && EqualFolded(*draft.params[i].name, wanted)) {
                     draft.params.erase(draft.params.begin() + static_cast<std::ptrdiff_t>(i));
                     draft.origin.erase(draft.origin.begin() + static_cast<std::ptrdiff_t>(i));
                     draft.touched = found = true;
                 }
         if (!found)
             name.Complain("the class has no such parameter");
-    }
-}
-
-void VariantBuilder::Blocks() {
-    if (!entry_.Has("blocks"))
-        return;
-    const JsonView list = entry_.Member("blocks");
-    list.Array();
-    for (size_t i = 0; i < list.Size(); ++i) {
-        const JsonView element = list.Element(i);
-        Block(element);
-    }
+    });
 }
 
 void VariantBuilder::Block(const JsonView& view) {
@@ -151,9 +134,7 @@ void VariantBuilder::Block(const JsonView& view) {
     }
     view.OnlyMembers(
         {"name", "id", "params", "descriptor", "throws", "throw_kind", "answers_nothing"});
-    Text name;
-    if (view.Has("name") && !view.Member("name").IsNull())
-        name = view.Member("name").Text();
+    const Text name = NameIn(view);
     auto at = std::find_if(drafts_.begin(), drafts_.end(), [&](const Draft& draft) {
         return name && draft.name && *draft.name == name;
     });
@@ -164,29 +145,20 @@ void VariantBuilder::Block(const JsonView& view) {
         at = drafts_.insert(drafts_.end(), std::move(draft));
     }
     at->touched = true;
-    if (view.Has("id"))
-        at->id = static_cast<BlockID>(view.Member("id").Integer());
-    if (view.Has("descriptor"))
-        at->hasDescriptor = view.Member("descriptor").Bool();
+    if (const auto id = view.Find("id"))
+        at->id = static_cast<BlockID>(id->Integer());
+    view.Read("descriptor", at->hasDescriptor);
     const int block = static_cast<int>(at - drafts_.begin());
     variant_.explicitBlocks.push_back(block);
     std::vector<ParamPlace>& places = variant_.explicitParams.emplace_back();
-    if (!view.Has("params"))
-        return;
-    const JsonView params = view.Member("params");
-    params.Array();
-    for (size_t i = 0; i < params.Size(); ++i) {
-        const JsonView param = params.Element(i);
-        Param(param, *at, places, block);
-    }
+    view.ForElementsOf("params", [&](const JsonView& param) { Param(param, *at, places, block); });
 }
 
 void VariantBuilder::Param(const JsonView& view, Draft& draft, std::vector<ParamPlace>& places,
                            int block) {
     view.OnlyMembers({"name", "id", "type", "value"});
     ParamSpec spec;
-    if (view.Has("name") && !view.Member("name").IsNull())
-        spec.name = view.Member("name").Text();
+    spec.name = NameIn(view);
     const JsonView typeView = view.Member("type");
     const auto type = TypeOfName(typeView.Utf8());
     if (!type)
@@ -196,15 +168,15 @@ void VariantBuilder::Param(const JsonView& view, Draft& draft, std::vector<Param
     auto known = draft.params.end();
     if (spec.name && !spec.name->empty() && base_)
         known = std::find_if(draft.params.begin(), draft.params.end(), [&](const ParamSpec& p) {
-            return p.name && Fold(*p.name) == Fold(*spec.name);
+            return p.name && EqualFolded(*p.name, *spec.name);
         });
     if (known != draft.params.end())
         spec.id = known->id;
     else
         for (const ParamSpec& other : draft.params)
             spec.id = std::max(spec.id, static_cast<ParamID>(other.id + 1));
-    if (view.Has("id"))
-        spec.id = static_cast<ParamID>(view.Member("id").Integer());
+    if (const auto id = view.Find("id"))
+        spec.id = static_cast<ParamID>(id->Integer());
     places.push_back({block, static_cast<int>(known - draft.params.begin()), -1});
     if (known != draft.params.end()) {
         *known = std::move(spec);
@@ -256,36 +228,27 @@ ParamPlace VariantBuilder::PlaceOf(const JsonView& view, const char* indexMember
     ParamPlace place = info_->Find(view.Text());
     if (!place.Known())
         view.Complain("the class has no such parameter");
-    if (slot.Has(indexMember))
-        place.element = slot.Member(indexMember).Integer();
+    slot.Read(indexMember, place.element);
     return place;
 }
 
 void VariantBuilder::SlotList() {
-    if (!entry_.Has("slot_list"))
-        return;
-    info_->slots.clear();
-    const JsonView list = entry_.Member("slot_list");
-    list.Array();
-    for (size_t i = 0; i < list.Size(); ++i) {
-        const JsonView view = list.Element(i);
+    if (entry_.Has("slot_list"))
+        info_->slots.clear();
+    entry_.ForElementsOf("slot_list", [&](const JsonView& view) {
         view.OnlyMembers({"name", "param", "index", "on_param", "on_index", "map", "on"});
         SlotSpec slot;
-        if (view.Has("name") && !view.Member("name").IsNull())
-            slot.name = view.Member("name").Text();
-        if (view.Has("param")) {
-            const JsonView param = view.Member("param");
-            slot.map = PlaceOf(param, "index", view);
+        slot.name = NameIn(view);
+        if (const auto param = view.Find("param")) {
+            slot.map = PlaceOf(*param, "index", view);
             const auto& desc = *info_->blocks[static_cast<size_t>(slot.map.block)].desc;
             if (ElementType(desc.Params()[static_cast<size_t>(slot.map.index)].type) != TYPE_TEXMAP)
-                param.Complain("this parameter holds no texture map");
+                param->Complain("this parameter holds no texture map");
         }
-        if (view.Has("on_param")) {
-            const JsonView param = view.Member("on_param");
-            slot.on = PlaceOf(param, "on_index", view);
-        }
+        if (const auto param = view.Find("on_param"))
+            slot.on = PlaceOf(*param, "on_index", view);
         info_->slots.push_back(std::move(slot));
-    }
+    });
 }
 
 } // namespace

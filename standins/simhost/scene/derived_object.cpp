@@ -1,7 +1,5 @@
 #include "simhost/scene/derived_object.h"
 
-#include <typeinfo>
-
 namespace simhost {
 
 void DerivedObject::AddModifier(SceneModifier* modifier, int before) {
@@ -113,10 +111,6 @@ Object* DerivedObject::GetObjRef() {
     return base_.Get();
 }
 
-Object* DerivedObject::FindBaseObject() {
-    return BaseOf(base_.Get());
-}
-
 int DerivedObject::IsRenderable() {
     Object* result = Evaluate();
     return result ? result->IsRenderable() : 0;
@@ -141,10 +135,8 @@ Object* BaseOf(Object* object) {
 }
 
 Object* Evaluated(Object* object) {
-    // Asked of every node all the time: a look at the exact class, not a search of its bases.
-    if (!object || typeid(*object) != typeid(DerivedObject))
-        return object;
-    return static_cast<DerivedObject*>(object)->Evaluate();
+    auto* stack = dynamic_cast<DerivedObject*>(object);
+    return stack ? stack->Evaluate() : object;
 }
 
 bool MeshOf(Object* object, Mesh& mesh) {

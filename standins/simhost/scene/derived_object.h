@@ -29,7 +29,6 @@ class DerivedObject final : public IDerivedObject {
     int NumModifiers() const override;
     Modifier* GetModifier(int i) override;
     Object* GetObjRef() override;
-    Object* FindBaseObject() override;
     int IsRenderable() override;
     int CanConvertToType(Class_ID id) override;
     Object* ConvertToType(TimeValue t, Class_ID id) override;

@@ -1,6 +1,6 @@
 #include "simhost/scene/entity.h"
 
-#include "simhost/scene/text.h"
+#include "simhost/classes/fold.h"
 
 namespace simhost {
 
@@ -11,8 +11,6 @@ Entity::Entity(ClassPtr info, Animatable* self) : class_(std::move(info)), self_
         blocks_.push_back(slot.desc ? std::make_unique<ParamBlock>(slot) : nullptr);
     }
     slots_.resize(class_->slots.size());
-    while (singleSlots_ < slots_.size() && !class_->slots[singleSlots_].wholeTable)
-        ++singleSlots_;
     subObjects_.resize(class_->subObjects.size());
 }
 
@@ -33,6 +31,11 @@ void Entity::Set(ParamPlace place, ParamValue value) {
         block.PutElement(place.index, place.element, std::get<Scalar>(std::move(value)));
     else
         block.Put(place.index, std::move(value));
+}
+
+void Entity::SetWhereThere(ParamPlace place, Scalar value) {
+    if (Get(place))
+        Set(place, std::move(value));
 }
 
 unsigned long Entity::Version() const {
@@ -77,11 +80,7 @@ int Entity::NumSlots() const {
 Entity::SlotPlace Entity::PlaceOfSlot(int slot) const {
     if (slot < 0)
         return {};
-    const auto first = static_cast<size_t>(slot);
-    if (first < singleSlots_)
-        return {&class_->slots[first], first, -1};
-    slot -= static_cast<int>(singleSlots_);
-    for (size_t i = singleSlots_; i < class_->slots.size(); ++i) {
+    for (size_t i = 0; i < class_->slots.size(); ++i) {
         const SlotSpec& spec = class_->slots[i];
         const int count = spec.wholeTable ? CountAt(spec.map) : 1;
         if (slot < count)
@@ -100,32 +99,28 @@ Text Entity::SlotName(int slot) const {
     return at.spec->name.value_or(L"Map") + L" " + std::to_wstring(at.entry + 1);
 }
 
+ParamPlace Entity::SlotPlace::Of(ParamPlace place) const {
+    if (entry >= 0)
+        place.element = entry;
+    return place;
+}
+
 Texmap* Entity::SlotMap(int slot) const {
     const SlotPlace at = PlaceOfSlot(slot);
     if (!at.spec)
         return nullptr;
     if (!at.spec->map.Known())
         return slots_[at.state].map.Get();
-    ParamPlace place = at.spec->map;
-    if (at.entry >= 0)
-        place.element = at.entry;
-    const Scalar* s = Get(place);
+    const Scalar* s = Get(at.Of(at.spec->map));
     return s ? static_cast<Texmap*>(std::get<Ref<ReferenceTarget>>(*s).Get()) : nullptr;
 }
 
 void Entity::SetSlotMap(int slot, Texmap* map) {
     const SlotPlace at = PlaceOfSlot(slot);
-    if (!at.spec)
-        return;
-    if (!at.spec->map.Known()) {
+    if (at.spec && !at.spec->map.Known())
         slots_[at.state].map = map;
-        return;
-    }
-    ParamPlace place = at.spec->map;
-    if (at.entry >= 0)
-        place.element = at.entry;
-    if (Get(place))
-        Set(place, Scalar(Ref<ReferenceTarget>(map)));
+    else if (at.spec)
+        SetWhereThere(at.Of(at.spec->map), Ref<ReferenceTarget>(map));
 }
 
 bool Entity::SlotOn(int slot) const {
@@ -134,38 +129,27 @@ bool Entity::SlotOn(int slot) const {
         return false;
     if (!at.spec->on.Known())
         return slots_[at.state].on;
-    ParamPlace place = at.spec->on;
-    if (at.entry >= 0)
-        place.element = at.entry;
-    const Scalar* s = Get(place);
+    const Scalar* s = Get(at.Of(at.spec->on));
     const auto* flag = s ? std::get_if<int>(s) : nullptr;
     return !flag || *flag != 0;
 }
 
 void Entity::SetSlotOn(int slot, bool on) {
     const SlotPlace at = PlaceOfSlot(slot);
-    if (!at.spec)
-        return;
-    if (!at.spec->on.Known()) {
+    if (at.spec && !at.spec->on.Known())
         slots_[at.state].on = on;
-        return;
-    }
-    ParamPlace place = at.spec->on;
-    if (at.entry >= 0)
-        place.element = at.entry;
-    if (Get(place))
-        Set(place, Scalar(on ? 1 : 0));
+    else if (at.spec)
+        SetWhereThere(at.Of(at.spec->on), on ? 1 : 0);
 }
 
 int Entity::FindSlot(std::wstring_view wanted) const {
-    const std::wstring folded = Fold(wanted);
     const ParamPlace place = FindParam(wanted);
     int byName = -1, byParam = -1;
     for (int i = 0; i < NumSlots(); ++i) {
         const Text held = SlotName(i);
         if (held && *held == wanted)
             return i;
-        if (byName < 0 && held && Fold(*held) == folded)
+        if (byName < 0 && held && EqualFolded(*held, wanted))
             byName = i;
         const ParamPlace& fed = PlaceOfSlot(i).spec->map;
         if (byParam < 0 && place.Known() && fed.block == place.block && fed.index == place.index)
@@ -203,9 +187,7 @@ Mtl* Entity::SubMtlAt(int i) const {
 }
 
 void Entity::SetSubMtlAt(int i, Mtl* mtl) {
-    const ParamPlace place = PlaceOfMtl(i);
-    if (Get(place))
-        Set(place, Scalar(Ref<ReferenceTarget>(mtl)));
+    SetWhereThere(PlaceOfMtl(i), Ref<ReferenceTarget>(mtl));
 }
 
 std::wstring Entity::SubMtlNameAt(int i) const {
@@ -249,13 +231,6 @@ void Entity::CopyFrom(const Entity& other) {
 ParamBlock* Entity::VisibleBlock(int i) const {
     const bool inside = i >= 0 && i < VisibleBlockCount();
     return inside ? blocks_[visible_[static_cast<size_t>(i)]].get() : nullptr;
-}
-
-ParamBlock* Entity::VisibleBlockById(BlockID id) const {
-    for (const size_t i : visible_)
-        if (blocks_[i] && blocks_[i]->Shape().ID == id)
-            return blocks_[i].get();
-    return nullptr;
 }
 
 Entity* EntityOf(Animatable* thing) {

@@ -67,7 +67,6 @@ class Entity {
     // What a plug-in sees.
     [[nodiscard]] int VisibleBlockCount() const { return static_cast<int>(visible_.size()); }
     [[nodiscard]] ParamBlock* VisibleBlock(int i) const;
-    [[nodiscard]] ParamBlock* VisibleBlockById(BlockID id) const;
 
   private:
     struct SlotState {
@@ -78,17 +77,18 @@ class Entity {
         const SlotSpec* spec = nullptr;
         size_t state = 0;
         int entry = -1; // of a whole table
+        [[nodiscard]] ParamPlace Of(ParamPlace place) const;
     };
     [[nodiscard]] SlotPlace PlaceOfSlot(int slot) const;
     [[nodiscard]] ParamPlace PlaceOfMtl(int i, const SubMtlSpec** spec = nullptr) const;
     [[nodiscard]] int CountAt(ParamPlace place) const;
+    void SetWhereThere(ParamPlace place, Scalar value);
 
     ClassPtr class_;
     Animatable* self_;
     std::vector<std::unique_ptr<ParamBlock>> blocks_; // null where the class has a null block
     std::vector<size_t> visible_;
     std::vector<SlotState> slots_;
-    size_t singleSlots_ = 0; // before the first that is a whole table
     std::vector<std::unique_ptr<ReferenceTarget>> subObjects_;
 };
 

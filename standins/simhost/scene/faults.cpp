@@ -1,6 +1,5 @@
 #include "simhost/scene/faults.h"
 
-#include <algorithm>
 #include <iterator>
 #include <stdexcept>
 #include <string>
@@ -9,106 +8,33 @@ namespace simhost {
 
 namespace {
 
+struct CallRow {
+    std::string_view name;
+    bool canAnswerNothing;
+};
+
 // In the order of Call.
-constexpr std::string_view callNames[] = {"GetClassName",
-                                          "ClassID",
-                                          "SuperClassID",
-                                          "NumParamBlocks",
-                                          "GetParamBlock",
-                                          "NumRefs",
-                                          "GetReference",
-                                          "NumSubs",
-                                          "SubAnim",
-                                          "GetName",
-                                          "SetName",
-                                          "NumSubTexmaps",
-                                          "GetSubTexmap",
-                                          "SubTexmapOn",
-                                          "GetSubTexmapSlotName",
-                                          "NumSubMtls",
-                                          "GetSubMtl",
-                                          "GetSubMtlSlotName",
-                                          "GetMapName",
-                                          "GetMap",
-                                          "GetUVGen",
-                                          "GetTexout",
-                                          "GetDesc",
-                                          "GetValue",
-                                          "Count",
-                                          "GetAssetUser",
-                                          "CanConvertToType",
-                                          "ConvertToType",
-                                          "IsRenderable",
-                                          "EvalCameraState",
-                                          "IsOrtho",
-                                          "GetFOV",
-                                          "GetManualClip",
-                                          "GetClipDist",
-                                          "GetTDist",
-                                          "NumModifiers",
-                                          "GetModifier",
-                                          "GetObjRef",
-                                          "IsEnabled",
-                                          "EvalWorldState",
-                                          "GetMtl",
-                                          "GetNodeTM",
-                                          "GetObjectRef",
-                                          "GetTarget",
-                                          "GetEnvironmentMap",
-                                          "GetBackGround",
-                                          "GetDir",
-                                          "GetCurFileName",
-                                          "GetCurFilePath",
-                                          "GetCurrentRenderer",
-                                          "GetSceneMtls",
-                                          "GetFullFilePath",
-                                          "GetInstance",
-                                          "GetRootNode",
-                                          "GetChildNode",
-                                          "ExecuteMAXScriptScript"};
-
-// Those whose answer passes through Faults::Give.
-constexpr Call canAnswerNothing[] = {Call::GetParamBlock,
-                                     Call::GetReference,
-                                     Call::GetName,
-                                     Call::NumSubTexmaps,
-                                     Call::GetSubTexmap,
-                                     Call::NumSubMtls,
-                                     Call::GetSubMtl,
-                                     Call::GetMapName,
-                                     Call::GetDesc,
-                                     Call::EvalWorldState,
-                                     Call::GetMtl,
-                                     Call::GetObjectRef,
-                                     Call::GetEnvironmentMap,
-                                     Call::GetDir,
-                                     Call::GetCurFileName,
-                                     Call::GetCurFilePath,
-                                     Call::GetCurrentRenderer,
-                                     Call::GetFullFilePath,
-                                     Call::GetInstance,
-                                     Call::GetRootNode,
-                                     Call::GetChildNode,
-                                     Call::ExecuteMAXScriptScript};
-
-static_assert(std::size(callNames) == static_cast<size_t>(Call::NumberOfCalls));
+#define SIMHOST_THROWS(name) {#name, false},
+#define SIMHOST_GIVES(name) {#name, true},
+constexpr CallRow calls[] = {SIMHOST_CALLS(SIMHOST_THROWS, SIMHOST_GIVES)};
+#undef SIMHOST_GIVES
+#undef SIMHOST_THROWS
 
 } // namespace
 
 std::optional<Call> CallOfName(std::string_view name) {
-    for (size_t i = 0; i < std::size(callNames); ++i)
-        if (callNames[i] == name)
+    for (size_t i = 0; i < std::size(calls); ++i)
+        if (calls[i].name == name)
             return static_cast<Call>(i);
     return std::nullopt;
 }
 
 std::string_view NameOfCall(Call call) {
-    return callNames[static_cast<size_t>(call)];
+    return calls[static_cast<size_t>(call)].name;
 }
 
 bool CanAnswerNothing(Call call) {
-    return std::find(std::begin(canAnswerNothing), std::end(canAnswerNothing), call) !=
-           std::end(canAnswerNothing);
+    return calls[static_cast<size_t>(call)].canAnswerNothing;
 }
 
 void Faults::AddAll() {

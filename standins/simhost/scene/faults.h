@@ -8,65 +8,28 @@
 
 namespace simhost {
 
-enum class Call : unsigned char {
-    GetClassName,
-    ClassID,
-    SuperClassID,
-    NumParamBlocks,
-    GetParamBlock,
-    NumRefs,
-    GetReference,
-    NumSubs,
-    SubAnim,
-    GetName,
-    SetName,
-    NumSubTexmaps,
-    GetSubTexmap,
-    SubTexmapOn,
-    GetSubTexmapSlotName,
-    NumSubMtls,
-    GetSubMtl,
-    GetSubMtlSlotName,
-    GetMapName,
-    GetMap,
-    GetUVGen,
-    GetTexout,
-    GetDesc,
-    GetValue,
-    Count,
-    GetAssetUser,
-    CanConvertToType,
-    ConvertToType,
-    IsRenderable,
-    EvalCameraState,
-    IsOrtho,
-    GetFOV,
-    GetManualClip,
-    GetClipDist,
-    GetTDist,
-    NumModifiers,
-    GetModifier,
-    GetObjRef,
-    IsEnabled,
-    EvalWorldState,
-    GetMtl,
-    GetNodeTM,
-    GetObjectRef,
-    GetTarget,
-    GetEnvironmentMap,
-    GetBackGround,
-    GetDir,
-    GetCurFileName,
-    GetCurFilePath,
-    GetCurrentRenderer,
-    GetSceneMtls,
-    GetFullFilePath,
-    GetInstance,
-    GetRootNode,
-    GetChildNode,
-    ExecuteMAXScriptScript,
-    NumberOfCalls
-};
+// The calls that can throw. GIVES: those whose answer passes through Faults::Give, so that they can
+// answer nothing as well.
+// clang-format off
+#define SIMHOST_CALLS(THROWS, GIVES)                                                            \
+    THROWS(GetClassName) THROWS(ClassID) THROWS(SuperClassID) THROWS(NumParamBlocks)            \
+    GIVES(GetParamBlock) THROWS(NumRefs) GIVES(GetReference) THROWS(NumSubs) THROWS(SubAnim)    \
+    GIVES(GetName) THROWS(SetName) GIVES(NumSubTexmaps) GIVES(GetSubTexmap) THROWS(SubTexmapOn) \
+    THROWS(GetSubTexmapSlotName) GIVES(NumSubMtls) GIVES(GetSubMtl) THROWS(GetSubMtlSlotName)   \
+    GIVES(GetMapName) THROWS(GetMap) THROWS(GetUVGen) THROWS(GetTexout) GIVES(GetDesc)          \
+    THROWS(GetValue) THROWS(Count) THROWS(GetAssetUser) THROWS(CanConvertToType)                \
+    THROWS(ConvertToType) THROWS(IsRenderable) THROWS(EvalCameraState) THROWS(IsOrtho)          \
+    THROWS(GetFOV) THROWS(GetManualClip) THROWS(GetClipDist) THROWS(GetTDist)                   \
+    THROWS(NumModifiers) THROWS(GetModifier) THROWS(GetObjRef) THROWS(IsEnabled)                \
+    GIVES(EvalWorldState) GIVES(GetMtl) THROWS(GetNodeTM) GIVES(GetObjectRef) THROWS(GetTarget) \
+    GIVES(GetEnvironmentMap) THROWS(GetBackGround) GIVES(GetDir) GIVES(GetCurFileName)          \
+    GIVES(GetCurFilePath) GIVES(GetCurrentRenderer) THROWS(GetSceneMtls) GIVES(GetFullFilePath) \
+    GIVES(GetInstance) GIVES(GetRootNode) GIVES(GetChildNode) GIVES(ExecuteMAXScriptScript)
+// clang-format on
+
+#define SIMHOST_CALL(name) name,
+enum class Call : unsigned char { SIMHOST_CALLS(SIMHOST_CALL, SIMHOST_CALL) NumberOfCalls };
+#undef SIMHOST_CALL
 
 /// The call of that name; empty for a name that no call has.
 [[nodiscard]] std::optional<Call> CallOfName(std::string_view name);

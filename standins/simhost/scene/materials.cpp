@@ -2,14 +2,6 @@
 
 namespace simhost {
 
-void SceneMultiMtl::GetSubMtlName(int i, MSTR& subName) {
-    ParamPlace place = FindParam(L"names");
-    place.element = i;
-    const Scalar* s = i >= 0 ? Get(place) : nullptr;
-    const auto* text = s ? std::get_if<Text>(s) : nullptr;
-    subName = text && *text ? MSTR(**text) : MSTR();
-}
-
 void SceneMultiMtl::SetNumSubMtls(int count) {
     for (const wchar_t* list : {L"materialList", L"names", L"materialIDList", L"mapEnabled"}) {
         const ParamPlace place = FindParam(list);
@@ -60,47 +52,9 @@ TextureOutput* SceneBitmapTex::GetTexout() {
     return dynamic_cast<TextureOutput*>(SubObject(L"output"));
 }
 
-float SceneUVGen::GetUOffs(TimeValue /*t*/) {
-    return Float(L"U_Offset");
-}
-float SceneUVGen::GetVOffs(TimeValue /*t*/) {
-    return Float(L"V_Offset");
-}
-float SceneUVGen::GetUScl(TimeValue /*t*/) {
-    return Float(L"U_Tiling", 1);
-}
-float SceneUVGen::GetVScl(TimeValue /*t*/) {
-    return Float(L"V_Tiling", 1);
-}
-float SceneUVGen::GetUAng(TimeValue /*t*/) {
-    return Float(L"U_Angle");
-}
-float SceneUVGen::GetVAng(TimeValue /*t*/) {
-    return Float(L"V_Angle");
-}
-float SceneUVGen::GetWAng(TimeValue /*t*/) {
-    return Float(L"W_Angle");
-}
-
 int SceneUVGen::GetTextureTiling() {
     return (Int(L"U_Tile", 1) ? U_WRAP : 0) | (Int(L"V_Tile", 1) ? V_WRAP : 0) |
            (Int(L"U_Mirror") ? U_MIRROR : 0) | (Int(L"V_Mirror") ? V_MIRROR : 0);
-}
-
-int SceneUVGen::GetMapChannel() {
-    return Int(L"mapChannel", 1);
-}
-
-BOOL SceneUVGen::GetUseRealWorldScale() {
-    return Int(L"realWorldScale") != 0;
-}
-
-float SceneTextureOutput::GetOutputLevel(TimeValue /*t*/) {
-    return Float(L"Output_Amount", 1);
-}
-
-BOOL SceneTextureOutput::GetInvert() {
-    return Int(L"Invert") != 0;
 }
 
 } // namespace simhost

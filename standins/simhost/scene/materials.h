@@ -19,7 +19,6 @@ class SceneTexmap final : public ParametricMtlBase<Texmap> {
 class SceneMultiMtl final : public ParametricMtl<MultiMtl> {
   public:
     using ParametricMtl::ParametricMtl;
-    void GetSubMtlName(int i, MSTR& subName) override;
     void SetNumSubMtls(int count) override;
 };
 
@@ -40,23 +39,23 @@ class SceneBitmapTex final : public ParametricMtlBase<BitmapTex> {
 class SceneUVGen final : public Parametric<StdUVGen> {
   public:
     using Parametric::Parametric;
-    float GetUOffs(TimeValue t) override;
-    float GetVOffs(TimeValue t) override;
-    float GetUScl(TimeValue t) override;
-    float GetVScl(TimeValue t) override;
-    float GetUAng(TimeValue t) override;
-    float GetVAng(TimeValue t) override;
-    float GetWAng(TimeValue t) override;
+    float GetUOffs(TimeValue /*t*/) override { return Float(L"U_Offset"); }
+    float GetVOffs(TimeValue /*t*/) override { return Float(L"V_Offset"); }
+    float GetUScl(TimeValue /*t*/) override { return Float(L"U_Tiling", 1); }
+    float GetVScl(TimeValue /*t*/) override { return Float(L"V_Tiling", 1); }
+    float GetUAng(TimeValue /*t*/) override { return Float(L"U_Angle"); }
+    float GetVAng(TimeValue /*t*/) override { return Float(L"V_Angle"); }
+    float GetWAng(TimeValue /*t*/) override { return Float(L"W_Angle"); }
     int GetTextureTiling() override;
-    int GetMapChannel() override;
-    BOOL GetUseRealWorldScale() override;
+    int GetMapChannel() override { return Int(L"mapChannel", 1); }
+    BOOL GetUseRealWorldScale() override { return Int(L"realWorldScale") != 0; }
 };
 
 class SceneTextureOutput final : public Parametric<TextureOutput> {
   public:
     using Parametric::Parametric;
-    float GetOutputLevel(TimeValue t) override;
-    BOOL GetInvert() override;
+    float GetOutputLevel(TimeValue /*t*/) override { return Float(L"Output_Amount", 1); }
+    BOOL GetInvert() override { return Int(L"Invert") != 0; }
 };
 
 /// Renderers, shaders and other sub-objects that are nothing but parameters.

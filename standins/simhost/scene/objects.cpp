@@ -1,8 +1,6 @@
 #include "simhost/scene/objects.h"
 
-#include "simhost/scene/factory.h"
 #include "simhost/scene/primitives.h"
-#include "simhost/scene/scene.h"
 
 namespace simhost {
 
@@ -10,15 +8,6 @@ namespace {
 
 int liveTemporaries = 0;
 int looseMeshes = 0;
-
-/// A new object of the same class with the same values and sub-objects.
-template <class T>
-std::unique_ptr<T> Twin(const T& source) {
-    auto twin = std::make_unique<T>(source.ClassShared());
-    twin->CopyFrom(source);
-    CopySubObjects(source, *twin);
-    return twin;
-}
 
 } // namespace
 
@@ -68,28 +57,22 @@ Object* SceneMesh::ConvertToType(TimeValue /*t*/, Class_ID id) {
 }
 
 void SceneMesh::MaybeAutoDelete() {
-    if (loose_)
-        Scene::Current().Delete(this);
+    if (free_)
+        free_(*this);
 }
 
-void SceneMesh::SetLoose(bool loose) {
-    looseMeshes += (loose ? 1 : 0) - (loose_ ? 1 : 0);
-    loose_ = loose;
+void SceneMesh::SetLoose(Free* free) {
+    looseMeshes += (free ? 1 : 0) - (free_ ? 1 : 0);
+    free_ = free;
 }
 
 void SceneMesh::TakenInto(Object* object) {
     if (auto* const mesh = dynamic_cast<SceneMesh*>(object))
-        mesh->SetLoose(false);
+        mesh->SetLoose(nullptr);
 }
 
 int SceneMesh::LiveLoose() {
     return looseMeshes;
-}
-
-std::unique_ptr<Object> SceneMesh::Clone() const {
-    auto twin = Twin(*this);
-    twin->mesh = mesh;
-    return twin;
 }
 
 bool SceneGeometry::MakesMesh() const {
@@ -104,13 +87,6 @@ bool SceneGeometry::BuildMesh(Mesh& out) const {
     else
         return false;
     return true;
-}
-
-std::unique_ptr<Object> SceneGeometry::Clone() const {
-    auto twin = Twin(*this);
-    if (ownMesh)
-        twin->ownMesh = std::make_unique<Mesh>(*ownMesh);
-    return twin;
 }
 
 int SceneGeometry::IsRenderable() {
@@ -133,25 +109,6 @@ bool SceneShape::BuildMesh(Mesh& out) const {
     for (const Spline& spline : Splines())
         AddTube(out, spline.Points(), spline.closed, tube);
     return true;
-}
-
-std::unique_ptr<Object> SceneShape::Clone() const {
-    auto twin = Twin(*this);
-    twin->splines = splines;
-    return twin;
-}
-
-std::unique_ptr<Object> SceneLight::Clone() const {
-    auto twin = Twin(*this);
-    twin->useLight = useLight;
-    return twin;
-}
-
-std::unique_ptr<Object> SceneHelper::Clone() const {
-    auto twin = Twin(*this);
-    twin->boxMin = boxMin;
-    twin->boxMax = boxMax;
-    return twin;
 }
 
 float SceneCamera::FieldOfView() const {
@@ -205,20 +162,6 @@ float SceneCamera::GetTDist(TimeValue /*t*/, Interval& /*valid*/) {
     return lens.targetDistance;
 }
 
-void SceneCamera::SetFOV(TimeValue /*t*/, float radians) {
-    lens.fov = radians;
-}
-
-void SceneCamera::SetOrtho(BOOL on) {
-    lens.ortho = on != FALSE;
-}
-
-std::unique_ptr<Object> SceneCamera::Clone() const {
-    auto twin = Twin(*this);
-    twin->lens = lens;
-    return twin;
-}
-
 int SceneModifier::IsEnabled() {
     faults.Check(Call::IsEnabled);
     return enabled;
@@ -228,19 +171,4 @@ const MCHAR* SceneModifier::GetObjectName(bool localized) {
     return (localized ? Class().localizedName : Class().name).c_str();
 }
 
-std::unique_ptr<SceneModifier> SceneModifier::CloneModifier() const {
-    auto twin = Twin(*this);
-    twin->enabled = enabled;
-    twin->matrix = matrix;
-    return twin;
-}
-
 } // namespace simhost
-
-TriObject* CreateNewTriObject() {
-    auto* made = dynamic_cast<simhost::SceneMesh*>(
-        simhost::Scene::Current().Create(L"Editable Mesh", GEOMOBJECT_CLASS_ID));
-    if (made)
-        made->SetLoose(true);
-    return made;
-}

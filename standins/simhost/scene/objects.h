@@ -77,11 +77,13 @@ class SceneMesh final : public ParametricObject<TriObject> {
     bool BuildMesh(Mesh& out) const override;
     Object* ConvertToType(TimeValue t, Class_ID id) override;
     [[nodiscard]] std::unique_ptr<Object> Clone() const override;
-    ~SceneMesh() override { SetLoose(false); }
+    ~SceneMesh() override { SetLoose(nullptr); }
     /// Frees one that a plug-in made and that nothing refers to yet.
     void MaybeAutoDelete() override;
-    /// A loose one is its maker's; the first node or stack that holds it takes it over.
-    void SetLoose(bool loose);
+    using Free = void(SceneMesh& mesh);
+    /// With a way to free it the mesh is loose, its maker's; the first node or stack that holds it
+    /// takes it over (null).
+    void SetLoose(Free* free);
     static void TakenInto(Object* object);
     /// How many are loose.
     static int LiveLoose();
@@ -90,7 +92,7 @@ class SceneMesh final : public ParametricObject<TriObject> {
     [[nodiscard]] bool MakesMesh() const override { return true; }
 
   private:
-    bool loose_ = false;
+    Free* free_ = nullptr;
 };
 
 /// All other geometry: primitives made from parameters, and classes with a mesh of their own
@@ -146,8 +148,6 @@ class SceneCamera final : public ParametricObject<GenCamera> {
     int GetManualClip() override;
     float GetClipDist(TimeValue t, int which, Interval& valid) override;
     float GetTDist(TimeValue t, Interval& valid) override;
-    void SetFOV(TimeValue t, float radians) override;
-    void SetOrtho(BOOL on) override;
     [[nodiscard]] std::unique_ptr<Object> Clone() const override;
 
   private:

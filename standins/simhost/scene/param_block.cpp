@@ -22,28 +22,29 @@ bool FitsReference(ParamType2 type, ReferenceTarget* target) {
     }
 }
 
-ParamBlock::ParamBlock(BlockSlot slot)
-    : slot_(std::move(slot)), values_(slot_.desc->Params().size()) {}
+ParamBlock::ParamBlock(BlockSlot slot) : slot_(std::move(slot)) {}
 
 const ParamValue& ParamBlock::Value(int index) const {
-    const auto i = static_cast<size_t>(index);
-    return values_[i] ? *values_[i] : slot_.desc->Params()[i].value;
+    const auto own = values_.find(index);
+    return own != values_.end() ? own->second : Default(index);
+}
+
+const ParamValue& ParamBlock::Default(int index) const {
+    return slot_.desc->Params()[static_cast<size_t>(index)].value;
 }
 
 void ParamBlock::Put(int index, ParamValue value) {
     ++version_;
-    values_[static_cast<size_t>(index)] = std::make_unique<ParamValue>(std::move(value));
+    values_.insert_or_assign(index, std::move(value));
 }
 
 void ParamBlock::PutElement(int index, int element, Scalar value) {
     ++version_;
-    auto& held = values_[static_cast<size_t>(index)];
-    if (!held)
-        held = std::make_unique<ParamValue>(Value(index));
-    if (auto* table = std::get_if<Table>(held.get()))
+    ParamValue& held = values_.try_emplace(index, Default(index)).first->second;
+    if (auto* table = std::get_if<Table>(&held))
         table->at(static_cast<size_t>(element)) = std::move(value);
     else
-        *held = std::move(value);
+        held = std::move(value);
 }
 
 int ParamBlock::CountAt(int index) const {
@@ -61,8 +62,7 @@ const Scalar* ParamBlock::At(int index, int element) const {
 }
 
 void ParamBlock::CopyValuesFrom(const ParamBlock& other) {
-    for (size_t i = 0; i < values_.size() && i < other.values_.size(); ++i)
-        values_[i] = other.values_[i] ? std::make_unique<ParamValue>(*other.values_[i]) : nullptr;
+    values_ = other.values_;
     faults = other.faults;
 }
 
@@ -80,73 +80,50 @@ ParamBlockDesc2* ParamBlock::GetDesc() {
     return faults.Give(Call::GetDesc, slot_.hasDescriptor ? desc : nullptr);
 }
 
-ParamType2 ParamBlock::GetParameterType(ParamID id) {
-    const int i = slot_.desc->IndexOfId(id);
-    return i < 0 ? TYPE_VOID : TypeAt(i);
-}
-
 ParamDef& ParamBlock::GetParamDef(ParamID id) {
     return slot_.desc->GetParamDef(id);
 }
 
 int ParamBlock::Count(ParamID id) {
     faults.Check(Call::Count);
-    const int i = slot_.desc->IndexOfId(id);
+    const int i = slot_.desc->IDtoIndex(id);
     return i < 0 ? 0 : CountAt(i);
-}
-
-BOOL ParamBlock::SetCount(ParamID id, int count) {
-    const int i = slot_.desc->IndexOfId(id);
-    if (i < 0 || count < 0 || !IsTable(TypeAt(i)))
-        return FALSE;
-    Table table = std::get<Table>(Value(i));
-    table.resize(static_cast<size_t>(count), ZeroOf(TypeAt(i)));
-    Put(i, std::move(table));
-    return TRUE;
-}
-
-MSTR ParamBlock::GetLocalName(ParamID id, int /*tabIndex*/) {
-    const int i = slot_.desc->IndexOfId(id);
-    if (i < 0)
-        return MSTR();
-    const Text& name = slot_.desc->Params()[static_cast<size_t>(i)].name;
-    return name ? MSTR(name->c_str()) : MSTR();
 }
 
 const Scalar* ParamBlock::Read(ParamID id, int tabIndex, Storage storage) const {
     faults.Check(Call::GetValue);
-    const int i = slot_.desc->IndexOfId(id);
-    if (i < 0 || slot_.desc->StorageAt(i) != storage)
+    const int i = slot_.desc->IDtoIndex(id);
+    if (i < 0 || StorageOf(TypeAt(i)) != storage)
         return nullptr;
     return At(i, tabIndex);
 }
 
-BOOL ParamBlock::GetValue(ParamID id, TimeValue /*t*/, float& v, Interval& /*valid*/, int tab) {
-    const Scalar* s = Read(id, tab, Storage::Number);
+template <class T>
+BOOL ParamBlock::ReadAs(ParamID id, int tabIndex, Storage storage, T& v) const {
+    const Scalar* s = Read(id, tabIndex, storage);
     if (s)
-        v = std::get<float>(*s);
+        v = std::get<T>(*s);
     return s != nullptr;
+}
+
+BOOL ParamBlock::GetValue(ParamID id, TimeValue /*t*/, float& v, Interval& /*valid*/, int tab) {
+    return ReadAs(id, tab, Storage::Number, v);
 }
 
 BOOL ParamBlock::GetValue(ParamID id, TimeValue /*t*/, int& v, Interval& /*valid*/, int tab) {
-    const Scalar* s = Read(id, tab, Storage::Integer);
-    if (s)
-        v = std::get<int>(*s);
-    return s != nullptr;
+    return ReadAs(id, tab, Storage::Integer, v);
 }
 
 BOOL ParamBlock::GetValue(ParamID id, TimeValue /*t*/, Point3& v, Interval& /*valid*/, int tab) {
-    const Scalar* s = Read(id, tab, Storage::Three);
-    if (s)
-        v = std::get<Point3>(*s);
-    return s != nullptr;
+    return ReadAs(id, tab, Storage::Three, v);
 }
 
 BOOL ParamBlock::GetValue(ParamID id, TimeValue /*t*/, Point4& v, Interval& /*valid*/, int tab) {
-    const Scalar* s = Read(id, tab, Storage::Four);
-    if (s)
-        v = std::get<Point4>(*s);
-    return s != nullptr;
+    return ReadAs(id, tab, Storage::Four, v);
+}
+
+BOOL ParamBlock::GetValue(ParamID id, TimeValue /*t*/, Matrix3& v, Interval& /*valid*/, int tab) {
+    return ReadAs(id, tab, Storage::Matrix, v);
 }
 
 BOOL ParamBlock::GetValue(ParamID id, TimeValue t, Color& v, Interval& valid, int tab) {
@@ -178,7 +155,7 @@ BOOL ParamBlock::GetValue(ParamID id, TimeValue /*t*/, const MCHAR*& v, Interval
 template <class T>
 BOOL ParamBlock::ReadReference(ParamID id, ParamType2 type, T*& v, int tabIndex) const {
     const Scalar* s = Read(id, tabIndex, Storage::Reference);
-    const int i = slot_.desc->IndexOfId(id);
+    const int i = slot_.desc->IDtoIndex(id);
     if (!s || ElementType(TypeAt(i)) != type)
         return FALSE;
     v = static_cast<T*>(std::get<Ref<ReferenceTarget>>(*s).Get());
@@ -202,16 +179,9 @@ BOOL ParamBlock::GetValue(ParamID id, TimeValue /*t*/, ReferenceTarget*& v, Inte
     return ReadReference(id, TYPE_REFTARG, v, tab);
 }
 
-BOOL ParamBlock::GetValue(ParamID id, TimeValue /*t*/, Matrix3& v, Interval& /*valid*/, int tab) {
-    const Scalar* s = Read(id, tab, Storage::Matrix);
-    if (s)
-        v = std::get<Matrix3>(*s);
-    return s != nullptr;
-}
-
 BOOL ParamBlock::Write(ParamID id, int tabIndex, Storage storage, Scalar value) {
-    const int i = slot_.desc->IndexOfId(id);
-    if (i < 0 || slot_.desc->StorageAt(i) != storage || !At(i, tabIndex))
+    const int i = slot_.desc->IDtoIndex(id);
+    if (i < 0 || StorageOf(TypeAt(i)) != storage || !At(i, tabIndex))
         return FALSE;
     PutElement(i, tabIndex, std::move(value));
     return TRUE;
@@ -242,7 +212,7 @@ BOOL ParamBlock::SetValue(ParamID id, TimeValue /*t*/, const MCHAR* v, int tab) 
 }
 
 BOOL ParamBlock::SetValue(ParamID id, TimeValue /*t*/, ReferenceTarget* v, int tab) {
-    const int i = slot_.desc->IndexOfId(id);
+    const int i = slot_.desc->IDtoIndex(id);
     if (i < 0 || !FitsReference(TypeAt(i), v))
         return FALSE;
     return Write(id, tab, Storage::Reference, Ref<ReferenceTarget>(v));
@@ -250,7 +220,7 @@ BOOL ParamBlock::SetValue(ParamID id, TimeValue /*t*/, ReferenceTarget* v, int t
 
 MaxSDK::AssetManagement::AssetUser ParamBlock::GetAssetUser(ParamID id, int tab) {
     faults.Check(Call::GetAssetUser);
-    const int i = slot_.desc->IndexOfId(id);
+    const int i = slot_.desc->IDtoIndex(id);
     if (i < 0 || ElementType(TypeAt(i)) != TYPE_FILENAME)
         return {};
     const Scalar* s = At(i, tab);

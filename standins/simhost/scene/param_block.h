@@ -1,6 +1,8 @@
 #pragma once
-#include "simhost/scene/class_info.h"
+#include "simhost/classes/class_info.h"
 #include "simhost/scene/faults.h"
+
+#include <map>
 
 namespace simhost {
 
@@ -32,14 +34,10 @@ class ParamBlock final : public IParamBlock2 {
     Class_ID ClassID() override { return Class_ID(PARAMETER_BLOCK2_CLASS_ID, 0); }
     void GetClassName(MSTR& s, bool localized = true) const override;
 
-    int NumParams() override { return slot_.desc->count; }
     ParamID IndextoID(int i) override { return slot_.desc->IndextoID(i); }
     ParamBlockDesc2* GetDesc() override;
-    ParamType2 GetParameterType(ParamID id) override;
     ParamDef& GetParamDef(ParamID id) override;
     int Count(ParamID id) override;
-    BOOL SetCount(ParamID id, int count) override;
-    MSTR GetLocalName(ParamID id, int tabIndex = 0) override;
 
     BOOL GetValue(ParamID id, TimeValue t, float& v, Interval& valid, int tabIndex = 0) override;
     BOOL GetValue(ParamID id, TimeValue t, int& v, Interval& valid, int tabIndex = 0) override;
@@ -67,14 +65,17 @@ class ParamBlock final : public IParamBlock2 {
     MaxSDK::AssetManagement::AssetUser GetAssetUser(ParamID id, int tabIndex = 0) override;
 
   private:
+    [[nodiscard]] const ParamValue& Default(int index) const;
     [[nodiscard]] const Scalar* Read(ParamID id, int tabIndex, Storage storage) const;
+    template <class T>
+    BOOL ReadAs(ParamID id, int tabIndex, Storage storage, T& v) const;
     template <class T>
     BOOL ReadReference(ParamID id, ParamType2 type, T*& v, int tabIndex) const;
     BOOL Write(ParamID id, int tabIndex, Storage storage, Scalar value);
     [[nodiscard]] ParamType2 TypeAt(int index) const;
 
     BlockSlot slot_;
-    std::vector<std::unique_ptr<ParamValue>> values_; // null: the default
+    std::map<int, ParamValue> values_; // by index; those that are not the default
     unsigned long version_ = 0;
 };
 

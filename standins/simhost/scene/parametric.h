@@ -28,9 +28,6 @@ class Parametric : public Base, public Entity {
     IParamBlock2* GetParamBlock(int i) override {
         return faults.Give(Call::GetParamBlock, VisibleBlock(i));
     }
-    IParamBlock2* GetParamBlockByID(BlockID id) override {
-        return faults.Give(Call::GetParamBlock, VisibleBlockById(id));
-    }
 
     // The references of a thing are its blocks, then its sub-objects.
     int NumRefs() override {
@@ -49,14 +46,6 @@ class Parametric : public Base, public Entity {
     Animatable* SubAnim(int i) override {
         faults.Check(Call::SubAnim);
         return i < VisibleBlockCount() ? VisibleBlock(i) : SubObject(i - VisibleBlockCount());
-    }
-    MSTR SubAnimName(int i, bool /*localized*/) override {
-        if (i < 0 || i >= VisibleBlockCount() + NumSubObjects())
-            return MSTR();
-        if (i >= VisibleBlockCount())
-            return MSTR(Class().subObjects[static_cast<size_t>(i - VisibleBlockCount())].role);
-        ParamBlock* block = VisibleBlock(i);
-        return block && block->Shape().Name() ? MSTR(*block->Shape().Name()) : MSTR();
     }
 };
 

@@ -90,7 +90,6 @@ void Scene::DeleteNode(SceneNode* node) {
     for (SceneNode* child : orphans)
         SetParent(*child, root_.get(), true);
     node->SetTarget(nullptr);
-    EnterRenamings();
     ForgetName(node->Name(), node->nodeHandle_);
     ObjectChanges(*node, nullptr);
     if (node->selected_)
@@ -119,24 +118,19 @@ std::wstring Scene::UniqueName(std::wstring_view name) {
     auto [stem, digits] = SplitNumber(name);
     digits = std::max<size_t>(digits, 3);
     int& next = nextNumber_[stem];
-    EnterRenamings();
     for (;;) {
         std::wstring number = std::to_wstring(++next);
         if (number.size() < digits)
             number.insert(0, digits - number.size(), L'0');
         std::wstring candidate = stem + number;
-        const auto taken = byName_.find(candidate);
-        if (taken == byName_.end() || taken->second.empty())
+        if (!byName_.contains(candidate))
             return candidate;
     }
 }
 
 SceneNode* Scene::FindByName(std::wstring_view name) const {
-    EnterRenamings();
     const auto found = byName_.find(std::wstring(name));
-    if (found == byName_.end() || found->second.empty())
-        return nullptr;
-    return FindByHandle(*found->second.begin());
+    return found == byName_.end() ? nullptr : FindByHandle(*found->second.begin());
 }
 
 SceneNode* Scene::FindByHandle(ULONG handle) const {
@@ -202,30 +196,20 @@ std::vector<SceneNode*> Scene::Selection() const {
     return nodes;
 }
 
-void Scene::Renamed(const SceneNode& node, std::wstring oldName) {
+void Scene::Renamed(const SceneNode& node, const std::wstring& oldName) {
     if (&node == root_.get())
         return;
-    if (renamings_.size() > 2 * nodes_.size()) // or they grow for as long as nobody looks
-        EnterRenamings();
-    renamings_.push_back({node.nodeHandle_, std::move(oldName)});
+    ForgetName(oldName, node.nodeHandle_);
+    byName_[node.Name()].insert(node.nodeHandle_);
 }
 
-void Scene::ForgetName(const std::wstring& name, ULONG handle) const {
+void Scene::ForgetName(const std::wstring& name, ULONG handle) {
     const auto found = byName_.find(name);
     if (found == byName_.end())
         return;
     found->second.erase(handle);
     if (found->second.empty())
         byName_.erase(found);
-}
-
-void Scene::EnterRenamings() const {
-    for (const Renaming& renaming : renamings_)
-        ForgetName(renaming.oldName, renaming.handle);
-    for (const Renaming& renaming : renamings_)
-        if (const SceneNode* const node = FindByHandle(renaming.handle))
-            byName_[node->Name()].insert(renaming.handle);
-    renamings_.clear();
 }
 
 void Scene::ObjectChanges(SceneNode& node, Object* object) {

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <set>
+#include <unordered_map>
 
 namespace simhost {
 
@@ -125,9 +126,8 @@ class Scene {
   private:
     friend class SceneNode;
     static unsigned long NextRevision();
-    void Renamed(const SceneNode& node, std::wstring oldName);
-    void EnterRenamings() const;
-    void ForgetName(const std::wstring& name, ULONG handle) const;
+    void Renamed(const SceneNode& node, const std::wstring& oldName);
+    void ForgetName(const std::wstring& name, ULONG handle);
     void ObjectChanges(SceneNode& node, Object* object);
     SceneNode* TwinOf(SceneNode& node, Object* object);
     bool CollapseTo(SceneNode& node, std::wstring_view className);
@@ -135,14 +135,7 @@ class Scene {
     std::map<AnimHandle, std::unique_ptr<ReferenceTarget>> things_; // in order of making
     std::map<ULONG, std::unique_ptr<SceneNode>> nodes_;
     std::unique_ptr<SceneNode> root_;
-    // Renamings are entered when somebody looks for a name: exports rename many nodes and look for
-    // none.
-    struct Renaming {
-        ULONG handle;
-        std::wstring oldName;
-    };
-    mutable std::vector<Renaming> renamings_;
-    mutable std::unordered_map<std::wstring, std::set<ULONG>> byName_;
+    std::unordered_map<std::wstring, std::set<ULONG>> byName_; // none empty
     std::unordered_map<AnimHandle, std::set<ULONG>> byObject_;
     std::unordered_map<std::wstring, int> nextNumber_;
     std::vector<AnimHandle> selection_;

@@ -1,8 +1,8 @@
 #include "simhost/scene/scene_node.h"
 
+#include "simhost/classes/fold.h"
 #include "simhost/scene/derived_object.h"
 #include "simhost/scene/scene.h"
-#include "simhost/scene/text.h"
 
 namespace simhost {
 
@@ -145,10 +145,6 @@ Matrix3 SceneNode::GetObjectTM(TimeValue t, Interval* /*valid*/) {
     return Inverse(stretchAxes) * scaling * stretchAxes * turn * GetNodeTM(t);
 }
 
-Matrix3 SceneNode::GetObjTMBeforeWSM(TimeValue t, Interval* valid) {
-    return GetObjectTM(t, valid);
-}
-
 Matrix3 SceneNode::GetObjTMAfterWSM(TimeValue t, Interval* valid) {
     return spaceStack_.Get() ? Matrix3() : GetObjectTM(t, valid);
 }
@@ -161,11 +157,6 @@ void SceneNode::SetObjectRef(Object* object) {
     scene_.ObjectChanges(*this, object);
     object_ = object;
     SceneMesh::TakenInto(object);
-}
-
-Object* SceneNode::GetObjOrWSMRef() {
-    Object* stack = spaceStack_.Get();
-    return stack ? stack : object_.Get();
 }
 
 IDerivedObject* SceneNode::GetWSMDerivedObject() {
@@ -191,12 +182,7 @@ int SceneNode::IsHidden(DWORD /*flagBits*/, BOOL /*forRenderer*/) {
     return flags.hidden;
 }
 
-int SceneNode::IsNodeHidden(BOOL /*forRenderer*/) {
-    return flags.hidden;
-}
-
 BOOL SceneNode::GetUserPropString(const MSTR& key, MSTR& value) {
-    const std::wstring wanted = Fold(key.data());
     const auto trimmed = [](std::wstring_view text) {
         const size_t from = text.find_first_not_of(L" \t\r");
         if (from == std::wstring_view::npos)
@@ -209,7 +195,8 @@ BOOL SceneNode::GetUserPropString(const MSTR& key, MSTR& value) {
         const std::wstring_view line = rest.substr(0, end);
         rest = end == std::wstring_view::npos ? std::wstring_view() : rest.substr(end + 1);
         const size_t equals = line.find(L'=');
-        if (equals == std::wstring_view::npos || Fold(trimmed(line.substr(0, equals))) != wanted)
+        if (equals == std::wstring_view::npos ||
+            !EqualFolded(trimmed(line.substr(0, equals)), key.data()))
             continue;
         value = MSTR(std::wstring(trimmed(line.substr(equals + 1))));
         return TRUE;

@@ -1,7 +1,7 @@
 #pragma once
 #include "inode.h"
+#include "simhost/classes/param_value.h"
 #include "simhost/scene/faults.h"
-#include "simhost/scene/param_value.h"
 
 namespace simhost {
 
@@ -15,18 +15,6 @@ class SceneNode final : public INode {
 
     Faults faults;
 
-  private:
-    // What every walk over the scene asks for, close together: a scene is larger than the caches.
-    Scene& scene_;
-    std::wstring name_;
-    ULONG nodeHandle_;
-    int childCount_ = 0;
-    Ref<Object> object_;
-    Ref<Object> spaceStack_;
-    Ref<Mtl> material_;
-    ObjectState state_;
-
-  public:
     // Values without rules; the scene file and scripts set them.
     struct Flags {
         bool hidden = false;
@@ -86,36 +74,23 @@ class SceneNode final : public INode {
     Matrix3 GetNodeTM(TimeValue t, Interval* valid = nullptr) override;
     void SetNodeTM(TimeValue t, const Matrix3& tm) override;
     Matrix3 GetObjectTM(TimeValue t, Interval* valid = nullptr) override;
-    Matrix3 GetObjTMBeforeWSM(TimeValue t, Interval* valid = nullptr) override;
     Matrix3 GetObjTMAfterWSM(TimeValue t, Interval* valid = nullptr) override;
-    Point3 GetObjOffsetPos() override { return offset.position; }
-    Quat GetObjOffsetRot() override { return offset.rotation; }
-    ScaleValue GetObjOffsetScale() override { return offset.scale; }
 
     Object* GetObjectRef() override;
     void SetObjectRef(Object* object) override;
-    Object* GetObjOrWSMRef() override;
     IDerivedObject* GetWSMDerivedObject() override;
     const ObjectState& EvalWorldState(TimeValue t, BOOL evalHidden = TRUE) override;
     Mtl* GetMtl() override;
     void SetMtl(Mtl* mtl) override;
 
     int IsHidden(DWORD flagBits = 0, BOOL forRenderer = FALSE) override;
-    int IsNodeHidden(BOOL forRenderer = FALSE) override;
     void Hide(BOOL on) override { flags.hidden = on != FALSE; }
     int IsFrozen() override { return flags.frozen; }
-    int Renderable() override { return flags.renderable; }
-    bool GetPrimaryVisibility() const override { return flags.primaryVisibility; }
-    bool GetSecondaryVisibility() const override { return flags.secondaryVisibility; }
-    int CastShadows() override { return flags.castShadows; }
-    int RcvShadows() override { return flags.receiveShadows; }
-    float GetVisibility(TimeValue /*t*/, Interval* /*valid*/) override { return visibility; }
     DWORD GetWireColor() override { return wireColor_; }
     void SetWireColor(DWORD color) override { wireColor_ = color; }
     int Selected() override { return selected_; }
     BOOL IsGroupHead() override { return flags.groupHead; }
     BOOL IsGroupMember() override { return flags.groupMember; }
-    BOOL IsOpenGroupHead() override { return flags.groupHead && flags.groupOpen; }
     void GetUserPropBuffer(MSTR& buffer) override { buffer = MSTR(userProps); }
     BOOL GetUserPropString(const MSTR& key, MSTR& value) override;
 
@@ -125,7 +100,16 @@ class SceneNode final : public INode {
     void Detach(SceneNode* child);
     void DropWorldTM() const;
 
+    Scene& scene_;
+    std::wstring name_;
+    ULONG nodeHandle_;
+    Ref<Object> object_;
+    Ref<Object> spaceStack_;
+    Ref<Mtl> material_;
+    ObjectState state_;
+
     SceneNode* parent_ = nullptr;
+    int childCount_ = 0;
     // Removed children leave a hole until somebody looks; so deleting many costs no more than
     // looking once.
     mutable std::vector<SceneNode*> children_;

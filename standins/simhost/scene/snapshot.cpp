@@ -1,7 +1,8 @@
-// The open scene as text, for comparing.
+#include "simhost/scene/snapshot.h"
+
 #include "simhost/scene/derived_object.h"
-#include "simhost/scene/host.h"
 #include "simhost/scene/scene.h"
+#include "simhost/scene/snapshot.h"
 #include "text/utf8.h"
 
 #include <charconv>

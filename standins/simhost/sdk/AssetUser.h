@@ -3,23 +3,7 @@
 
 namespace MaxSDK::AssetManagement {
 
-enum AssetType {
-    kOtherAsset = 0,
-    kBitmapAsset,
-    kXRefAsset,
-    kPhotometricAsset,
-    kAnimationAsset,
-    kVideoPost,
-    kBatchRender,
-    kExternalLink,
-    kRenderOutput,
-    kPreRenderScript,
-    kPostRenderScript,
-    kSoundAsset,
-    kContainerAsset,
-    kMaxCreationGraph,
-    kScript,
-};
+enum AssetType { kOtherAsset = 0, kBitmapAsset = 1, kPhotometricAsset = 3 };
 
 /// A file that the scene uses, as the host keeps it.
 class AssetUser {

@@ -7,11 +7,6 @@ class Mtl;
 class Texmap;
 class Bitmap;
 
-inline constexpr int MAPSLOT_TEXTURE = 0;
-inline constexpr int MAPSLOT_ENVIRON = 1;
-inline constexpr int MAPSLOT_DISPLACEMENT = 2;
-inline constexpr int MAPSLOT_BACKGROUND = 3;
-
 /// What holds texture maps in numbered, named slots. An empty slot is null.
 class ISubMap {
   public:
@@ -19,12 +14,8 @@ class ISubMap {
     virtual int NumSubTexmaps() { return 0; }
     virtual Texmap* GetSubTexmap(int /*i*/) { return nullptr; }
     virtual void SetSubTexmap(int /*i*/, Texmap* /*map*/) {}
-    virtual int MapSlotType(int /*i*/) { return MAPSLOT_TEXTURE; }
     virtual int SubTexmapOn(int /*i*/) { return 1; }
     virtual MSTR GetSubTexmapSlotName(int /*i*/, bool /*localized*/) { return MSTR(); }
-    virtual MSTR GetSubTexmapTVName(int i, bool localized = true) {
-        return GetSubTexmapSlotName(i, localized);
-    }
 };
 
 class MtlBase : public ReferenceTarget, public ISubMap {

@@ -22,16 +22,11 @@ class INode : public ReferenceTarget {
     virtual Matrix3 GetNodeTM(TimeValue t, Interval* valid = nullptr) = 0;
     virtual void SetNodeTM(TimeValue t, const Matrix3& tm) = 0;
     virtual Matrix3 GetObjectTM(TimeValue t, Interval* valid = nullptr) = 0;
-    virtual Matrix3 GetObjTMBeforeWSM(TimeValue t, Interval* valid = nullptr) = 0;
     virtual Matrix3 GetObjTMAfterWSM(TimeValue t, Interval* valid = nullptr) = 0;
-    virtual Point3 GetObjOffsetPos() = 0;
-    virtual Quat GetObjOffsetRot() = 0;
-    virtual ScaleValue GetObjOffsetScale() = 0;
 
     /// The object as the node holds it, modifiers included (a derived object when it has any).
     virtual Object* GetObjectRef() = 0;
     virtual void SetObjectRef(Object* object) = 0;
-    virtual Object* GetObjOrWSMRef() = 0;
     virtual IDerivedObject* GetWSMDerivedObject() = 0;
     /// The result of the stack at a time; `.obj` may be null.
     virtual const ObjectState& EvalWorldState(TimeValue t, BOOL evalHidden = TRUE) = 0;
@@ -40,22 +35,14 @@ class INode : public ReferenceTarget {
     virtual void SetMtl(Mtl* mtl) = 0;
 
     virtual int IsHidden(DWORD flags = 0, BOOL forRenderer = FALSE) = 0;
-    virtual int IsNodeHidden(BOOL forRenderer = FALSE) = 0;
     virtual void Hide(BOOL on) = 0;
     virtual int IsFrozen() = 0;
-    virtual int Renderable() = 0;
-    virtual bool GetPrimaryVisibility() const = 0;
-    virtual bool GetSecondaryVisibility() const = 0;
-    virtual int CastShadows() = 0;
-    virtual int RcvShadows() = 0;
-    virtual float GetVisibility(TimeValue t, Interval* valid = nullptr) = 0;
     virtual DWORD GetWireColor() = 0; // 0x00bbggrr
     virtual void SetWireColor(DWORD color) = 0;
     virtual int Selected() = 0;
 
     virtual BOOL IsGroupHead() = 0;
     virtual BOOL IsGroupMember() = 0;
-    virtual BOOL IsOpenGroupHead() = 0;
 
     virtual void GetUserPropBuffer(MSTR& buffer) = 0;
     virtual BOOL GetUserPropString(const MSTR& key, MSTR& value) = 0;

@@ -8,8 +8,6 @@ class Interval {
     Interval(TimeValue start, TimeValue end) : start_(start), end_(end) {}
     [[nodiscard]] TimeValue Start() const { return start_; }
     [[nodiscard]] TimeValue End() const { return end_; }
-    void SetInfinite() { *this = Interval(TIME_NegInfinity, TIME_PosInfinity); }
-    [[nodiscard]] int InInterval(TimeValue t) const { return start_ <= t && t <= end_; }
 
   private:
     TimeValue start_ = TIME_PosInfinity;

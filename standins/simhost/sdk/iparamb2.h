@@ -19,7 +19,6 @@ class ParamDef {
     const MCHAR* int_name = nullptr;
     ParamType2 type = TYPE_FLOAT;
     ULONGLONG flags = 0;
-    StringResID local_name = 0;
 };
 
 class ParamBlockDesc2 {
@@ -43,15 +42,11 @@ class ParamBlockDesc2 {
 /// not exist, has another type, or the table index is outside of it.
 class IParamBlock2 : public ReferenceTarget {
   public:
-    virtual int NumParams() = 0;
     virtual ParamID IndextoID(int i) = 0;
     virtual ParamBlockDesc2* GetDesc() = 0;
-    virtual ParamType2 GetParameterType(ParamID id) = 0;
     virtual ParamDef& GetParamDef(ParamID id) = 0;
     /// Elements of a table parameter; 1 for a scalar; 0 when absent.
     virtual int Count(ParamID id) = 0;
-    virtual BOOL SetCount(ParamID id, int count) = 0;
-    virtual MSTR GetLocalName(ParamID id, int tabIndex = 0) = 0;
 
     virtual BOOL GetValue(ParamID id, TimeValue t, float& v, Interval& valid, int tabIndex = 0) = 0;
     virtual BOOL GetValue(ParamID id, TimeValue t, int& v, Interval& valid, int tabIndex = 0) = 0;

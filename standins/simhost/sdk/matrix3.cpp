@@ -1,18 +1,23 @@
 #include "matrix3.h"
 
-Matrix3 operator*(const Matrix3& a, const Matrix3& b) {
-    Matrix3 out;
-    for (int i = 0; i < 3; ++i)
-        out[i] = VectorTransform(b, a[i]);
-    out[3] = a[3] * b;
-    return out;
-}
+namespace {
 
-Point3 VectorTransform(const Matrix3& m, const Point3& v) {
+/// The vector without the translation.
+Point3 Turned(const Matrix3& m, const Point3& v) {
     Point3 out;
     for (int j = 0; j < 3; ++j)
         out[j] = static_cast<float>(double(v.x) * m[0][j] + double(v.y) * m[1][j] +
                                     double(v.z) * m[2][j]);
+    return out;
+}
+
+} // namespace
+
+Matrix3 operator*(const Matrix3& a, const Matrix3& b) {
+    Matrix3 out;
+    for (int i = 0; i < 3; ++i)
+        out[i] = Turned(b, a[i]);
+    out[3] = a[3] * b;
     return out;
 }
 

@@ -9,14 +9,10 @@ class Matrix3 {
         : rows_{u, v, n, t} {}
     [[nodiscard]] Point3 GetRow(int i) const { return rows_[i]; }
     void SetRow(int i, const Point3& p) { rows_[i] = p; }
-    [[nodiscard]] Point4 GetColumn(int i) const {
-        return {rows_[0][i], rows_[1][i], rows_[2][i], rows_[3][i]};
-    }
     [[nodiscard]] Point3 GetTrans() const { return rows_[3]; }
     void SetTrans(const Point3& p) { rows_[3] = p; }
     Point3& operator[](int i) { return rows_[i]; }
     const Point3& operator[](int i) const { return rows_[i]; }
-    void IdentityMatrix() { *this = Matrix3(); }
     [[nodiscard]] int Parity() const {
         return DotProd(CrossProd(rows_[0], rows_[1]), rows_[2]) < 0;
     }
@@ -28,7 +24,6 @@ class Matrix3 {
 
 Matrix3 operator*(const Matrix3& a, const Matrix3& b);
 Point3 operator*(const Point3& p, const Matrix3& m);
-Point3 VectorTransform(const Matrix3& m, const Point3& v);
 /// A matrix without an inverse gives identity.
 Matrix3 Inverse(const Matrix3& m);
 

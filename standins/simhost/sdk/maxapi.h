@@ -4,19 +4,6 @@
 #include "log.h"
 #include "tab.h"
 
-inline constexpr int APP_FONT_DIR = 0;
-inline constexpr int APP_SCENE_DIR = 1;
-inline constexpr int APP_IMPORT_DIR = 2;
-inline constexpr int APP_EXPORT_DIR = 3;
-inline constexpr int APP_HELP_DIR = 4;
-inline constexpr int APP_IMAGE_DIR = 7;
-inline constexpr int APP_PLUGCFG_DIR = 9;
-
-inline constexpr DWORD SCENE_EXPORT_SELECTED = 1 << 0;
-inline constexpr int IMPEXP_FAIL = 0;
-inline constexpr int IMPEXP_SUCCESS = 1;
-inline constexpr int IMPEXP_CANCEL = 2;
-
 /// The materials that scene nodes use.
 class MtlBaseLib {
   public:
@@ -56,10 +43,7 @@ class Interface {
     virtual void DeleteNode(INode* node, BOOL redraw = TRUE, BOOL overrideSlaves = FALSE) = 0;
     virtual MtlBaseLib* GetSceneMtls() = 0;
 
-    virtual BOOL SetQuietMode(BOOL on) = 0;
-    virtual BOOL GetQuietMode(BOOL checkServerMode = TRUE) = 0;
     virtual LogSys* Log() = 0;
-    virtual DWORD GetMainThreadID() = 0;
     virtual float GetRendImageAspect() = 0;
     virtual int GetRendWidth() = 0;
     virtual int GetRendHeight() = 0;

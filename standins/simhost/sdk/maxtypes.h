@@ -9,15 +9,11 @@ using MCHAR = wchar_t;
 #ifndef _T
 #define _T(text) L##text
 #endif
-#ifndef _M
-#define _M(text) L##text
-#endif
 
 using TimeValue = int;
 using SClass_ID = ULONG;
 using BlockID = short;
 using ParamID = short;
-using StringResID = INT_PTR;
 using AnimHandle = UINT_PTR;
 using MtlID = WORD;
 using RefResult = int;
@@ -47,7 +43,6 @@ class Class_ID {
 // Super classes.
 inline constexpr SClass_ID BASENODE_CLASS_ID = 0x1;
 inline constexpr SClass_ID GEN_DERIVOB_CLASS_ID = 0x2;
-inline constexpr SClass_ID DERIVOB_CLASS_ID = 0x3;
 inline constexpr SClass_ID WSM_DERIVOB_CLASS_ID = 0x4;
 inline constexpr SClass_ID PARAMETER_BLOCK2_CLASS_ID = 0x82;
 inline constexpr SClass_ID GEOMOBJECT_CLASS_ID = 0x10;
@@ -56,7 +51,6 @@ inline constexpr SClass_ID LIGHT_CLASS_ID = 0x30;
 inline constexpr SClass_ID SHAPE_CLASS_ID = 0x40;
 inline constexpr SClass_ID HELPER_CLASS_ID = 0x50;
 inline constexpr SClass_ID SYSTEM_CLASS_ID = 0x60;
-inline constexpr SClass_ID REF_MAKER_CLASS_ID = 0x100;
 inline constexpr SClass_ID REF_TARGET_CLASS_ID = 0x200;
 inline constexpr SClass_ID OSM_CLASS_ID = 0x810;
 inline constexpr SClass_ID WSM_CLASS_ID = 0x820;
@@ -67,14 +61,9 @@ inline constexpr SClass_ID UVGEN_CLASS_ID = 0xc20;
 inline constexpr SClass_ID TEXOUTPUT_CLASS_ID = 0xc40;
 inline constexpr SClass_ID RENDERER_CLASS_ID = 0xf00;
 inline constexpr SClass_ID UTILITY_CLASS_ID = 0x1020;
-inline constexpr SClass_ID CUST_ATTRIB_CLASS_ID = 0x1160;
 
 // Stock class ids, first halves (second half 0).
 inline constexpr ULONG TRIOBJ_CLASS_ID = 0x0009;
-inline constexpr ULONG POLYOBJ_CLASS_ID = 0x5d21369a; // with a second half of its own
 inline constexpr ULONG EDITTRIOBJ_CLASS_ID = 0xe44f10b3;
 inline constexpr ULONG BMTEX_CLASS_ID = 0x240;
-inline constexpr ULONG DMTL_CLASS_ID = 0x2;
-inline constexpr ULONG MULTI_CLASS_ID = 0x200;
-inline constexpr ULONG DUMMY_CLASS_ID = 0x876234;
 inline constexpr Class_ID triObjectClassID{TRIOBJ_CLASS_ID, 0};

@@ -111,31 +111,17 @@ BOOL Mesh::setNumFaces(int count, BOOL keep) {
     return TRUE;
 }
 
-BOOL Mesh::setNumTVerts(int count, BOOL keep) {
+BOOL Mesh::SetVerts(int channel, int count, BOOL keep) {
     if (count < 0)
         return FALSE;
-    Channel(1).setNumVerts(count, keep);
+    Channel(channel).setNumVerts(count, keep);
     return TRUE;
 }
 
-BOOL Mesh::setNumTVFaces(int count, BOOL keep) {
+BOOL Mesh::SetFaces(int channel, int count, BOOL keep) {
     if (count < 0)
         return FALSE;
-    Channel(1).setNumFaces(count, keep);
-    return TRUE;
-}
-
-BOOL Mesh::setNumVertCol(int count, BOOL keep) {
-    if (count < 0)
-        return FALSE;
-    Channel(0).setNumVerts(count, keep);
-    return TRUE;
-}
-
-BOOL Mesh::setNumVCFaces(int count, BOOL keep, int /*oldCount*/) {
-    if (count < 0)
-        return FALSE;
-    Channel(0).setNumFaces(count, keep);
+    Channel(channel).setNumFaces(count, keep);
     return TRUE;
 }
 

@@ -43,7 +43,6 @@ class TVFace {
         t[1] = b;
         t[2] = c;
     }
-    [[nodiscard]] DWORD getTVert(int i) const { return t[i]; }
 };
 
 class Mesh;
@@ -124,13 +123,13 @@ class Mesh {
 
     // Texture coordinates of channel 1.
     [[nodiscard]] int getNumTVerts() const { return numTVerts; }
-    BOOL setNumTVerts(int count, BOOL keep = FALSE);
-    BOOL setNumTVFaces(int count, BOOL keep = FALSE);
+    BOOL setNumTVerts(int count, BOOL keep = FALSE) { return SetVerts(1, count, keep); }
+    BOOL setNumTVFaces(int count, BOOL keep = FALSE) { return SetFaces(1, count, keep); }
 
     // Vertex colours (channel 0).
     [[nodiscard]] int getNumVertCol() const { return numCVerts; }
-    BOOL setNumVertCol(int count, BOOL keep = FALSE);
-    BOOL setNumVCFaces(int count, BOOL keep = FALSE, int oldCount = 0);
+    BOOL setNumVertCol(int count, BOOL keep = FALSE) { return SetVerts(0, count, keep); }
+    BOOL setNumVCFaces(int count, BOOL keep = FALSE) { return SetFaces(0, count, keep); }
 
     // Any mapping channel: 0 colours, 1..99 texture coordinates, MAP_ALPHA, MAP_SHADING.
     void setMapSupport(int channel, BOOL on = TRUE);
@@ -140,17 +139,14 @@ class Mesh {
     [[nodiscard]] int getNumMaps() const { return 100; }
 
     void SpecifyNormals();
-    void ClearSpecifiedNormals() { normals_.reset(); }
     [[nodiscard]] MeshNormalSpec* GetSpecifiedNormals() { return normals_.get(); }
-
-    void InvalidateGeomCache() {}
-    void InvalidateTopologyCache() {}
-    void DeleteThis() {}
 
   private:
     friend class MeshMap;
     void Repoint();
     MeshMap& Channel(int channel);
+    BOOL SetVerts(int channel, int count, BOOL keep);
+    BOOL SetFaces(int channel, int count, BOOL keep);
     std::vector<Point3> vertStore_;
     std::vector<Face> faceStore_;
     std::map<int, MeshMap> maps_;

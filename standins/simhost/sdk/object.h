@@ -25,7 +25,6 @@ class Object : public BaseObject {
     /// The object itself when it is of that type already, a new object (to be freed by the
     /// caller with MaybeAutoDelete) when a conversion was needed, null when there is none.
     virtual Object* ConvertToType(TimeValue /*t*/, Class_ID /*id*/) { return nullptr; }
-    virtual Object* FindBaseObject() { return this; }
 };
 
 class GeomObject : public Object {
@@ -55,16 +54,12 @@ inline constexpr int CAM_HITHER_CLIP = 1;
 inline constexpr int CAM_YON_CLIP = 2;
 
 struct CameraState {
-    DWORD cbStruct = sizeof(CameraState);
     BOOL isOrtho = FALSE;
     float fov = 0; // horizontal, radians
     float tdist = 0;
-    BOOL horzLine = FALSE;
     int manualClip = 0;
     float hither = 0;
     float yon = 0;
-    float nearRange = 0;
-    float farRange = 0;
 };
 
 class CameraObject : public Object {

@@ -1,13 +1,6 @@
 #pragma once
 #include "maxtypes.h"
 
-class Point2 {
-  public:
-    float x = 0, y = 0;
-    Point2() = default;
-    Point2(float px, float py) : x(px), y(py) {}
-};
-
 class Point3 {
   public:
     float x = 0, y = 0, z = 0;

@@ -12,7 +12,6 @@ class Quat {
     Quat(float qx, float qy, float qz, float qw) : x(qx), y(qy), z(qz), w(qw) {}
     explicit Quat(const Matrix3& m);
     void MakeMatrix(Matrix3& m) const;
-    void Identity() { *this = Quat(); }
     friend bool operator==(const Quat&, const Quat&) = default;
 };
 

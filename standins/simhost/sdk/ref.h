@@ -25,11 +25,9 @@ class Animatable {
 
     virtual int NumParamBlocks() { return 0; }
     virtual IParamBlock2* GetParamBlock(int /*i*/) { return nullptr; }
-    virtual IParamBlock2* GetParamBlockByID(BlockID /*id*/) { return nullptr; }
 
     virtual int NumSubs() { return 0; }
     virtual Animatable* SubAnim(int /*i*/) { return nullptr; }
-    virtual MSTR SubAnimName(int /*i*/, bool /*localized*/) { return MSTR(); }
 
     virtual void DeleteThis() {}
     /// Frees an object that nothing refers to, such as the result of a conversion.
@@ -66,4 +64,3 @@ class ReferenceTarget : public ReferenceMaker {
         return REF_SUCCEED;
     }
 };
-using RefTargetHandle = ReferenceTarget*;

@@ -50,6 +50,5 @@ class BitmapTex : public Texmap {
 class MultiMtl : public Mtl {
   public:
     BOOL IsMultiMtl() override { return TRUE; }
-    virtual void GetSubMtlName(int i, MSTR& name) = 0;
     virtual void SetNumSubMtls(int count) = 0;
 };

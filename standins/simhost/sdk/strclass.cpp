@@ -6,10 +6,6 @@ MaxUtf8String WStr::ToUTF8() const {
     return MaxUtf8String(utf8::FromWide(text_));
 }
 
-WStr WStr::FromUTF8(const char* text) {
-    return WStr(utf8::ToWide(text ? text : ""));
-}
-
 WStr WStr::FromACP(const char* text) {
     if (!text)
         return WStr();

@@ -29,7 +29,6 @@ class WStr {
     operator const wchar_t*() const { return text_.c_str(); }
 
     [[nodiscard]] MaxUtf8String ToUTF8() const;
-    static WStr FromUTF8(const char* text);
     static WStr FromACP(const char* text);
 
     WStr& operator+=(const WStr& other) {
@@ -45,4 +44,3 @@ class WStr {
 };
 
 using MSTR = WStr;
-using TSTR = WStr;

@@ -2,9 +2,6 @@
 #include "maxtypes.h"
 
 inline constexpr int UNITS_INCHES = 0;
-inline constexpr int UNITS_FEET = 1;
-inline constexpr int UNITS_MILES = 2;
-inline constexpr int UNITS_MILLIMETERS = 3;
 inline constexpr int UNITS_CENTIMETERS = 4;
 inline constexpr int UNITS_METERS = 5;
 inline constexpr int UNITS_KILOMETERS = 6;

@@ -14,7 +14,5 @@ class UtilityObj {
     virtual ~UtilityObj() = default;
     virtual void BeginEditParams(Interface* ip, IUtil* iu) = 0;
     virtual void EndEditParams(Interface* ip, IUtil* iu) = 0;
-    virtual void SelectionSetChanged(Interface* /*ip*/, IUtil* /*iu*/) {}
     virtual void DeleteThis() = 0;
-    virtual void SetStartupParam(const MSTR& /*param*/) {}
 };

@@ -24,7 +24,6 @@ using INT_PTR = std::intptr_t;
 using LONG_PTR = std::intptr_t;
 using LPARAM = LONG_PTR;
 using WPARAM = UINT_PTR;
-using WCHAR = wchar_t;
 using LPCWSTR = const wchar_t*;
 using LPWSTR = wchar_t*;
 using LPVOID = void*;
@@ -39,11 +38,7 @@ using COLORREF = DWORD;
 #define FALSE 0
 #endif
 
-union LARGE_INTEGER {
-    struct {
-        DWORD LowPart;
-        LONG HighPart;
-    } u;
+struct LARGE_INTEGER {
     LONGLONG QuadPart;
 };
 

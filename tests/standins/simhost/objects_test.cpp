@@ -2,8 +2,6 @@
 
 #include "simhost/scene/derived_object.h"
 
-#include <iInstanceMgr.h>
-
 namespace {
 
 using Objects = SceneTest;
@@ -188,7 +186,6 @@ TEST_F(Objects, StacksGiveAMeshOfTheirOwn) {
     EXPECT_FALSE(derived->GetModifier(1)->IsEnabled());
     EXPECT_EQ(derived->GetModifier(2), nullptr);
     EXPECT_EQ(derived->GetObjRef()->ClassName(false), L"Box");
-    EXPECT_EQ(derived->FindBaseObject(), derived->GetObjRef());
 
     // A parameter below changes the result.
     simhost::Entity* box = simhost::EntityOf(simhost::BaseOf(NodeNamed(L"a")->GetObjectRef()));
@@ -241,11 +238,10 @@ TEST_F(Objects, CamerasAndTheirLenses) {
 TEST_F(Objects, InstancesAreFoundByTheirObject) {
     OpenScene(
         R"("objects": {"o": {"class": "Sphere"}}, "nodes": [{"name": "a", "object": "o"}, {"name": "x", "object": {"class": "Box"}}, {"name": "b", "object": "o"}])");
-    INodeTab nodes;
-    EXPECT_EQ(IInstanceMgr::GetInstanceMgr()->GetInstances(*NodeNamed(L"b"), nodes), 2ul);
+    const auto nodes = simhost::Scene::Current().NodesOf(NodeNamed(L"b")->GetObjectRef());
+    ASSERT_EQ(nodes.size(), 2u);
     EXPECT_EQ(nodes[0], NodeNamed(L"a"));
     EXPECT_EQ(nodes[1], NodeNamed(L"b"));
-    EXPECT_THROW((void)nodes[2], TabOutOfRangeException);
 }
 
 TEST_F(Objects, ANewMeshIsItsMakersUntilANodeHoldsIt) {

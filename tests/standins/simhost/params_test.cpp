@@ -100,16 +100,10 @@ TEST_F(Params, ValuesTablesAndReferences) {
 TEST_F(Params, WritingKeepsToTypes) {
     OpenScene(everyType);
     IParamBlock2* block = MaterialOf(L"n")->GetParamBlock(0);
-    Interval valid = FOREVER;
     EXPECT_FALSE(block->SetValue(IdOf(block, L"float"), 0, 3));
     EXPECT_TRUE(block->SetValue(IdOf(block, L"float"), 0, 3.0f));
     EXPECT_FALSE(block->SetValue(IdOf(block, L"map"), 0, MaterialOf(L"n"))); // no map
     EXPECT_TRUE(block->SetValue(IdOf(block, L"mtl"), 0, MaterialOf(L"n")));
-    EXPECT_TRUE(block->SetCount(IdOf(block, L"floats"), 5));
-    EXPECT_FALSE(block->SetCount(IdOf(block, L"float"), 5));
-    float f = 1;
-    EXPECT_TRUE(block->GetValue(IdOf(block, L"floats"), 0, f, valid, 4));
-    EXPECT_EQ(f, 0);
 }
 
 TEST_F(Params, ReferencesToWhatIsDeletedTurnNull) {

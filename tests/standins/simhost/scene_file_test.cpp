@@ -1,6 +1,6 @@
 #include "scene_kit.h"
 
-#include "simhost/scene/host.h"
+#include "simhost/core/host.h"
 
 #include <fstream>
 #include <sstream>

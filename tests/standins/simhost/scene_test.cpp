@@ -1,7 +1,8 @@
 #include "scene_kit.h"
 
+#include "simhost/core/host.h"
 #include "simhost/scene/derived_object.h"
-#include "simhost/scene/host.h"
+#include "simhost/scene/snapshot.h"
 
 #include <IFileResolutionManager.h>
 #include <max.h>

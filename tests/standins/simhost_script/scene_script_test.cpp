@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "simhost/core/host.h"
 #include "simhost/files/scene_file.h"
-#include "simhost/scene/host.h"
 #include "simhost/scene/scene.h"
 #include "tests/standins/simhost_script/script_kit.h"
 #include "text/utf8.h"

@@ -3,6 +3,7 @@
 // Only the sources of the scene file and the catalogue include this (it is slow to compile).
 #include <nlohmann/json.hpp>
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -38,6 +39,14 @@ class JsonView {
     [[nodiscard]] bool Has(const char* key) const;
     /// The member has to be there.
     [[nodiscard]] JsonView Member(const std::string& key) const;
+    /// Empty without the member.
+    [[nodiscard]] std::optional<JsonView> Find(const char* key) const;
+    /// Reads the member into the value; without the member the value stays.
+    template <class T>
+    void Read(const char* key, T& value) const {
+        if (const auto member = Find(key))
+            member->Read(value);
+    }
     [[nodiscard]] JsonView Element(size_t i) const { return {(*json_)[i], this, {}, i}; }
     /// Calls `visit(key, view)` for all members but remarks.
     template <class Visit>
@@ -46,6 +55,22 @@ class JsonView {
         for (const auto& item : json_->items())
             if (!item.key().starts_with("//"))
                 visit(item.key(), JsonView(item.value(), this, item.key(), 0));
+    }
+    /// Calls `visit(view)` or `visit(view, index)` for all elements.
+    template <class Visit>
+    void ForElements(Visit visit) const {
+        Array();
+        for (size_t i = 0; i < Size(); ++i)
+            if constexpr (std::is_invocable_v<Visit, const JsonView&>)
+                visit(Element(i));
+            else
+                visit(Element(i), i);
+    }
+    /// The same for a member that is a list; nothing without the member.
+    template <class Visit>
+    void ForElementsOf(const char* key, Visit visit) const {
+        if (const auto list = Find(key))
+            list->ForElements(visit);
     }
 
     // Values; another kind is a fault.
@@ -62,9 +87,18 @@ class JsonView {
     [[nodiscard]] float Number() const;
     /// A number, or a text such as "0x240".
     [[nodiscard]] std::uint32_t Code() const;
+    void Read(bool& value) const { value = Bool(); }
+    void Read(int& value) const { value = Integer(); }
+    void Read(float& value) const { value = Number(); }
+    void Read(std::wstring& value) const { value = Text(); }
+    template <class T>
+    void Read(std::optional<T>& value) const {
+        Read(value.emplace());
+    }
 
     /// A member of another name (but remarks) is a fault.
-    void OnlyMembers(std::initializer_list<std::string_view> names) const;
+    void OnlyMembers(std::initializer_list<std::string_view> names,
+                     std::initializer_list<std::string_view> more = {}) const;
     [[noreturn]] void Expected(const std::string& what) const;
     [[noreturn]] void Complain(const std::string& complaint) const;
     /// The JSON pointer.

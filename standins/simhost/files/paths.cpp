@@ -1,4 +1,4 @@
-#include "simhost/scene/paths.h"
+#include "simhost/files/paths.h"
 
 #include <windows.h>
 

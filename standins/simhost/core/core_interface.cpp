@@ -1,17 +1,16 @@
 // The core interface and the other single instances of the SDK, on the open scene.
 #include "maxapi.h"
 
-#include "IFileResolutionManager.h"
-#include "iInstanceMgr.h"
-#include "simhost/files/export_file.h"
-#include "simhost/scene/host.h"
-#include "simhost/scene/paths.h"
+#include "simhost/core/export_file.h"
+#include "simhost/core/host.h"
+#include "simhost/files/paths.h"
+#include "simhost/scene/objects.h"
 #include "simhost/scene/scene.h"
+#include "triobj.h"
 #include "units.h"
 
 #include <algorithm>
 #include <cstdarg>
-#include <thread>
 
 namespace simhost {
 
@@ -93,10 +92,7 @@ class CoreInterface final : public Interface {
     }
     MtlBaseLib* GetSceneMtls() override;
 
-    BOOL SetQuietMode(BOOL on) override { return std::exchange(quiet_, on); }
-    BOOL GetQuietMode(BOOL /*checkServerMode*/) override { return quiet_; }
     LogSys* Log() override { return &log_; }
-    DWORD GetMainThreadID() override { return mainThread_; }
     float GetRendImageAspect() override;
     int GetRendWidth() override { return Scene::Current().renderWidth; }
     int GetRendHeight() override { return Scene::Current().renderHeight; }
@@ -110,9 +106,6 @@ class CoreInterface final : public Interface {
     std::wstring dir_;
     SceneMaterials materials_;
     SystemLog log_;
-    BOOL quiet_ = FALSE;
-    DWORD mainThread_ =
-        static_cast<DWORD>(std::hash<std::thread::id>()(std::this_thread::get_id()));
 };
 
 INode* CoreInterface::GetRootNode() {
@@ -192,49 +185,6 @@ float CoreInterface::GetRendImageAspect() {
                                          static_cast<float>(scene.renderHeight);
 }
 
-class FileResolution final : public IFileResolutionManager {
-  public:
-    MSTR GetFullFilePath(const MCHAR* fileName, MaxSDK::AssetManagement::AssetType /*type*/,
-                         bool /*byPassCache*/) override;
-};
-
-MSTR FileResolution::GetFullFilePath(const MCHAR* fileName,
-                                     MaxSDK::AssetManagement::AssetType /*type*/,
-                                     bool /*byPassCache*/) {
-    const Scene& scene = Scene::Current();
-    const MCHAR* const asked = scene.faults.Give(Call::GetFullFilePath, fileName);
-    if (!asked || !*asked || !scene.findsFiles)
-        return MSTR();
-    const std::wstring asStored = asked;
-    if (FileExists(asStored))
-        return MSTR(asStored);
-    std::vector<std::wstring> folders;
-    if (const auto folder = FolderOf(scene.filePath); !folder.empty())
-        folders.emplace_back(folder);
-    for (const std::wstring& path : scene.mapPaths)
-        folders.push_back(IsAbsolutePath(path) || scene.baseFolder.empty()
-                              ? path
-                              : JoinPath(scene.baseFolder, path));
-    for (const std::wstring& folder : folders) {
-        if (!IsAbsolutePath(asStored))
-            if (const std::wstring whole = JoinPath(folder, asStored); FileExists(whole))
-                return MSTR(whole);
-        if (const std::wstring named = JoinPath(folder, FileNameOf(asStored)); FileExists(named))
-            return MSTR(named);
-    }
-    return MSTR();
-}
-
-class InstanceManager final : public IInstanceMgr {
-  public:
-    unsigned long GetInstances(INode& node, INodeTab& instances) override {
-        instances.ZeroCount();
-        for (INode* user : Scene::Current().NodesOf(node.GetObjectRef()))
-            instances.Append(1, &user);
-        return static_cast<unsigned long>(instances.Count());
-    }
-};
-
 /// Metres of one unit of each type, in the order of the UNITS_ numbers.
 constexpr double metres[] = {0.0254, 0.3048, 1609.344, 0.001, 0.01, 1, 1000};
 
@@ -266,16 +216,6 @@ Interface* GetCOREInterface() {
     return &core;
 }
 
-IFileResolutionManager* IFileResolutionManager::GetInstance() {
-    static simhost::FileResolution manager;
-    return Scene::Current().faults.Give(simhost::Call::GetInstance, &manager);
-}
-
-IInstanceMgr* IInstanceMgr::GetInstanceMgr() {
-    static simhost::InstanceManager manager;
-    return &manager;
-}
-
 double GetSystemUnitScale(int unit) {
     const Scene& scene = Scene::Current();
     if (scene.unitScaleOverride)
@@ -302,4 +242,12 @@ void EnableAccelerators() {
 
 BOOL AcceleratorsEnabled() {
     return simhost::acceleratorLocks == 0;
+}
+
+TriObject* CreateNewTriObject() {
+    auto* made = dynamic_cast<simhost::SceneMesh*>(
+        Scene::Current().Create(L"Editable Mesh", GEOMOBJECT_CLASS_ID));
+    if (made)
+        made->SetLoose([](simhost::SceneMesh& mesh) { Scene::Current().Delete(&mesh); });
+    return made;
 }

@@ -1,6 +1,7 @@
-#include "simhost/scene/class_info.h"
+#include "simhost/classes/class_info.h"
 
-#include "simhost/scene/text.h"
+#include "simhost/classes/class_name_hash.h"
+#include "simhost/classes/fold.h"
 
 namespace simhost {
 
@@ -40,25 +41,19 @@ BlockDesc::BlockDesc(Text name, BlockID id, std::vector<ParamSpec> params, Class
         defs_[i].ID = spec.id;
         defs_[i].int_name = spec.name ? spec.name->c_str() : nullptr;
         defs_[i].type = spec.type;
-        storages_.push_back(StorageOf(spec.type));
-        if (spec.name)
-            byFoldedName_[Fold(*spec.name)].push_back(static_cast<int>(i));
-        const size_t place = PlaceOfId(spec.id);
-        if (indexById_.size() <= place)
-            indexById_.resize(place + 1, -1);
-        if (indexById_[place] < 0) // of two with one number the first is meant
-            indexById_[place] = static_cast<int>(i);
     }
 }
 
 int BlockDesc::Find(std::wstring_view name) const {
-    const auto found = byFoldedName_.find(Fold(name));
-    if (found == byFoldedName_.end())
-        return -1;
-    for (const int i : found->second)
-        if (*params_[static_cast<size_t>(i)].name == name)
-            return i;
-    return found->second.front();
+    int loose = -1;
+    for (size_t i = 0; i < params_.size(); ++i) {
+        const Text& own = params_[i].name;
+        if (own && *own == name)
+            return static_cast<int>(i);
+        if (loose < 0 && own && EqualFolded(*own, name))
+            loose = static_cast<int>(i);
+    }
+    return loose;
 }
 
 ParamPlace ClassInfo::Find(std::wstring_view wanted) const {
@@ -88,6 +83,11 @@ ClassDesc2* ClassInfo::Descriptor() const {
     if (!descriptor_)
         descriptor_ = std::make_shared<SceneClassDesc>(*this);
     return descriptor_.get();
+}
+
+Class_ID ClassIdOfName(std::wstring_view name) {
+    const std::uint64_t hash = HashClassName(name);
+    return {static_cast<ULONG>(hash >> 32), static_cast<ULONG>(hash)};
 }
 
 } // namespace simhost

@@ -1,4 +1,4 @@
-#include "simhost/files/json_view.h"
+#include "simhost/json/json_view.h"
 
 #include "text/utf8.h"
 
@@ -105,12 +105,19 @@ std::uint32_t JsonView::Code() const {
     return static_cast<std::uint32_t>(value);
 }
 
-void JsonView::OnlyMembers(std::initializer_list<std::string_view> names) const {
+std::optional<JsonView> JsonView::Find(const char* key) const {
+    return Has(key) ? std::optional(Member(key)) : std::nullopt;
+}
+
+void JsonView::OnlyMembers(std::initializer_list<std::string_view> names,
+                           std::initializer_list<std::string_view> more) const {
+    std::vector<std::string_view> all(names);
+    all.insert(all.end(), more);
     ForMembers([&](const std::string& key, const JsonView& view) {
-        if (std::find(names.begin(), names.end(), key) != names.end())
+        if (std::find(all.begin(), all.end(), key) != all.end())
             return;
         std::string known;
-        for (const std::string_view name : names)
+        for (const std::string_view name : all)
             known += (known.empty() ? "" : ", ") + std::string(name);
         view.Complain("unknown member; expected one of: " + known);
     });

@@ -3,10 +3,10 @@
 // sub-materials and sub-objects are kept. Shared by all things of the class.
 #include "iparamb2.h"
 #include "plugapi.h"
-#include "simhost/scene/param_value.h"
+#include "simhost/classes/param_value.h"
 
 #include <memory>
-#include <unordered_map>
+#include <vector>
 
 namespace simhost {
 
@@ -26,25 +26,11 @@ class BlockDesc : public ParamBlockDesc2 {
     [[nodiscard]] const Text& Name() const { return name_; }
     /// -1 when there is none. Exact spelling first, then any letter case.
     [[nodiscard]] int Find(std::wstring_view name) const;
-    [[nodiscard]] int IndexOfId(ParamID paramId) const {
-        const size_t place = PlaceOfId(paramId);
-        return place < indexById_.size() ? indexById_[place] : -1;
-    }
-    /// How the values of a definition are kept.
-    [[nodiscard]] Storage StorageAt(int index) const {
-        return storages_[static_cast<size_t>(index)];
-    }
 
   private:
-    /// Numbers are small and hardly ever negative.
-    static size_t PlaceOfId(ParamID id) { return static_cast<std::uint16_t>(id); }
-
     Text name_;
     std::vector<ParamSpec> params_;
     std::vector<ParamDef> defs_;
-    std::vector<Storage> storages_;
-    std::unordered_map<std::wstring, std::vector<int>> byFoldedName_;
-    std::vector<int> indexById_; // -1 for a number that no parameter has
 };
 
 /// A block of a class. Null descriptor: the thing holds a null block there.
@@ -109,5 +95,8 @@ class ClassInfo {
 };
 
 using ClassPtr = std::shared_ptr<const ClassInfo>;
+
+/// A class id for a class of which only the name is known; the same each time.
+[[nodiscard]] Class_ID ClassIdOfName(std::wstring_view name);
 
 } // namespace simhost

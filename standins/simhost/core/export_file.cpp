@@ -1,9 +1,9 @@
-#include "simhost/files/export_file.h"
+#include "simhost/core/export_file.h"
 
 #include "maxapi.h"
+#include "simhost/classes/fold.h"
 #include "simhost/files/fbx_export.h"
 #include "simhost/scene/scene.h"
-#include "simhost/scene/text.h"
 
 #include <stdexcept>
 
@@ -13,10 +13,12 @@ namespace {
 
 constexpr Class_ID fbxExporter{0x27227747, 0xdd6978};
 
-bool WantsFbx(const std::wstring& path, const Class_ID* exporter) {
+bool WantsFbx(std::wstring_view path, const Class_ID* exporter) {
     if (exporter)
         return *exporter == fbxExporter;
-    return Fold(path).ends_with(L".fbx");
+    constexpr std::wstring_view extension = L".fbx";
+    return path.size() >= extension.size() &&
+           EqualFolded(path.substr(path.size() - extension.size()), extension);
 }
 
 } // namespace

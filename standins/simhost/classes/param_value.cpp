@@ -1,4 +1,4 @@
-#include "simhost/scene/param_value.h"
+#include "simhost/classes/param_value.h"
 
 #include <iterator>
 

@@ -1,4 +1,4 @@
-#include "simhost/files/json_value.h"
+#include "simhost/classes/json_value.h"
 
 namespace simhost {
 
@@ -66,9 +66,8 @@ ParamValue ReadValue(const JsonView& view, ParamType2 type, const ReferenceReade
     if (!IsTable(type))
         return ReadScalar(view, type, references);
     Table table;
-    view.Array();
-    for (size_t i = 0; i < view.Size(); ++i)
-        table.push_back(ReadScalar(view.Element(i), type, references));
+    view.ForElements(
+        [&](const JsonView& element) { table.push_back(ReadScalar(element, type, references)); });
     return table;
 }
 

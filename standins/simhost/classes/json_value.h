@@ -1,6 +1,6 @@
 #pragma once
-#include "simhost/files/json_view.h"
-#include "simhost/scene/param_value.h"
+#include "simhost/classes/param_value.h"
+#include "simhost/json/json_view.h"
 
 #include <functional>
 

@@ -23,8 +23,4 @@ void SetHostWindow(HWND window);
 /// Full redraws that were asked for.
 [[nodiscard]] int RedrawCount();
 
-/// Names, tree, transforms, objects, materials, parameters and selection as lines of text. Two
-/// equal snapshots mean that nothing a plug-in could see has changed.
-[[nodiscard]] std::string SnapshotScene();
-
 } // namespace simhost
