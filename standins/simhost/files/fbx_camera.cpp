@@ -9,7 +9,6 @@ namespace simhost {
 
 namespace {
 
-constexpr double degrees = 180.0 / std::numbers::pi;
 constexpr double millimetresInInch = 25.4;
 
 // Clipping is off: wide enough for any scene.
@@ -46,23 +45,23 @@ FbxProperties FbxCameraProperties(Object& camera, TimeValue t) {
     const double film =
         params.Number({"film_width_mm", "film_width", "sensorWidth", "filmWidth"}, 36);
     FbxProperties properties{
-        {"AspectWidth", FbxType::Double, width > 0 ? width : 4.0},
-        {"AspectHeight", FbxType::Double, width > 0 && height > 0 ? height : 3.0},
-        {"FilmWidth", FbxType::Double, film / millimetresInInch},
-        {"FilmHeight", FbxType::Double, film / aspect / millimetresInInch},
-        {"FilmAspectRatio", FbxType::Double, aspect},
-        {"ApertureMode", FbxType::Enum, 1}, // the view angle is the horizontal one
-        {"GateFit", FbxType::Enum, 2},
-        {"FieldOfView", FbxType::FieldOfView, angle * degrees},
-        {"FieldOfViewX", FbxType::FieldOfView, angle * degrees},
-        {"FieldOfViewY", FbxType::FieldOfView, 2 * std::atan(half / aspect) * degrees},
-        {"FocalLength", FbxType::Number, film / (2 * half)},
-        {"NearPlane", FbxType::Double, state.manualClip ? double{state.hither} : openNear},
-        {"FarPlane", FbxType::Double, state.manualClip ? double{state.yon} : openFar},
-        {"CameraProjectionType", FbxType::Enum, state.isOrtho ? 1 : 0},
-        {"FocusDistance", FbxType::Double, double{state.tdist}}};
+        {"AspectWidth", FbxTypes::real, width > 0 ? width : 4.0},
+        {"AspectHeight", FbxTypes::real, width > 0 && height > 0 ? height : 3.0},
+        {"FilmWidth", FbxTypes::real, film / millimetresInInch},
+        {"FilmHeight", FbxTypes::real, film / aspect / millimetresInInch},
+        {"FilmAspectRatio", FbxTypes::real, aspect},
+        {"ApertureMode", FbxTypes::enumeration, 1}, // the view angle is the horizontal one
+        {"GateFit", FbxTypes::enumeration, 2},
+        {"FieldOfView", FbxTypes::fieldOfView, angle * fbxDegrees},
+        {"FieldOfViewX", FbxTypes::fieldOfView, angle * fbxDegrees},
+        {"FieldOfViewY", FbxTypes::fieldOfView, 2 * std::atan(half / aspect) * fbxDegrees},
+        {"FocalLength", FbxTypes::number, film / (2 * half)},
+        {"NearPlane", FbxTypes::real, state.manualClip ? double{state.hither} : openNear},
+        {"FarPlane", FbxTypes::real, state.manualClip ? double{state.yon} : openFar},
+        {"CameraProjectionType", FbxTypes::enumeration, state.isOrtho ? 1 : 0},
+        {"FocusDistance", FbxTypes::real, double{state.tdist}}};
     if (state.isOrtho) // the width of the picture
-        properties.push_back({"OrthoZoom", FbxType::Double, 2 * half * state.tdist});
+        properties.push_back({"OrthoZoom", FbxTypes::real, 2 * half * state.tdist});
     properties.insert(properties.end(), params.properties.begin(), params.properties.end());
     return properties;
 }

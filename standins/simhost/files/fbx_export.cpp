@@ -8,11 +8,14 @@
 
 #include <max.h>
 
+#include <algorithm>
+
 namespace simhost {
 
 namespace {
 
 constexpr double inch = 2.54;
+constexpr std::size_t largestWrite = std::size_t{1} << 30; // the call counts with 32 bits
 
 FbxSettings SettingsOf(Interface& core) {
     FbxSettings settings;
@@ -29,7 +32,7 @@ FbxSettings SettingsOf(Interface& core) {
     return settings;
 }
 
-void WriteScene(FbxBytes& bytes, Interface& core, std::wstring_view folder) {
+void WriteScene(std::string& bytes, Interface& core, std::wstring_view folder) {
     const TimeValue time = core.GetTime();
     FbxRecordWriter writer(bytes);
     FbxIds ids;
@@ -61,18 +64,17 @@ std::wstring Failure(const wchar_t* what, const wchar_t* path, DWORD error) {
     return std::wstring(what) + L" " + path + L" (error " + std::to_wstring(error) + L")";
 }
 
-FbxExportResult Save(const wchar_t* path, const FbxBytes& bytes) {
+FbxExportResult Save(const wchar_t* path, const std::string& bytes) {
     const HANDLE file =
         CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return {false, Failure(L"can't create", path, GetLastError())};
     bool complete = true;
-    for (const std::string_view block : bytes.Blocks()) {
+    for (std::size_t done = 0; complete && done < bytes.size();) {
         DWORD written = 0;
-        const auto size = static_cast<DWORD>(block.size());
-        complete = WriteFile(file, block.data(), size, &written, nullptr) && written == size;
-        if (!complete)
-            break;
+        const auto size = static_cast<DWORD>(std::min(bytes.size() - done, largestWrite));
+        complete = WriteFile(file, bytes.data() + done, size, &written, nullptr) && written == size;
+        done += size;
     }
     const DWORD error = complete ? ERROR_SUCCESS : GetLastError();
     if (!CloseHandle(file) || !complete) {
@@ -89,7 +91,7 @@ FbxExportResult ExportFbx(const wchar_t* path) {
     if (!path || !*path || !core)
         return {false, L"no file name or no scene to export"};
     try {
-        FbxBytes bytes;
+        std::string bytes;
         WriteScene(bytes, *core, FolderOf(path));
         return Save(path, bytes);
     } catch (const FbxTooLarge&) {

@@ -19,8 +19,9 @@ constexpr auto footerCode = "\xfa\xbc\xab\x09\xd0\xc8\xd4\x66\xb1\x76\xfb\x83\x1
 
 constexpr auto creator = "Brimwave stand-in host";
 
-void Append(FbxBytes& out, std::string_view bytes) {
-    out.Append(bytes.data(), bytes.size());
+void AppendVersion(std::string& out) {
+    out.append(reinterpret_cast<const char*>(&FbxRecordWriter::version),
+               sizeof FbxRecordWriter::version);
 }
 
 void WriteTimeStamp(FbxRecordWriter& w) {
@@ -45,10 +46,10 @@ void WriteSceneInfo(FbxRecordWriter& w, const FbxSettings& settings) {
     for (const char* field : {"Title", "Subject", "Author", "Keywords", "Revision", "Comment"})
         w.Leaf(field, "");
     w.End();
-    WriteFbxProperties(w, {{"Original", FbxType::Compound, {}},
-                           {"Original|ApplicationVendor", FbxType::Text, std::string("Brimwave")},
-                           {"Original|ApplicationName", FbxType::Text, std::string(creator)},
-                           {"Original|ApplicationNativeFile", FbxType::Text, settings.sceneFile}});
+    WriteFbxProperties(w, {{"Original", FbxTypes::compound, {}},
+                           {"Original|ApplicationVendor", FbxTypes::text, std::string("Brimwave")},
+                           {"Original|ApplicationName", FbxTypes::text, std::string(creator)},
+                           {"Original|ApplicationNativeFile", FbxTypes::text, settings.sceneFile}});
     w.End();
 }
 
@@ -69,22 +70,22 @@ void WriteHeader(FbxRecordWriter& w, const FbxSettings& settings) {
 void WriteGlobalSettings(FbxRecordWriter& w, const FbxSettings& settings) {
     w.Begin("GlobalSettings");
     w.Leaf("Version", 1000);
-    WriteFbxProperties(w, {{"UpAxis", FbxType::Int, 2},
-                           {"UpAxisSign", FbxType::Int, 1},
-                           {"FrontAxis", FbxType::Int, 1},
-                           {"FrontAxisSign", FbxType::Int, -1},
-                           {"CoordAxis", FbxType::Int, 0},
-                           {"CoordAxisSign", FbxType::Int, 1},
-                           {"OriginalUpAxis", FbxType::Int, 2},
-                           {"OriginalUpAxisSign", FbxType::Int, 1},
-                           {"UnitScaleFactor", FbxType::Double, settings.unitCentimetres},
-                           {"OriginalUnitScaleFactor", FbxType::Double, settings.unitCentimetres},
-                           {"AmbientColor", FbxType::Color, settings.ambient},
-                           {"DefaultCamera", FbxType::Text, std::string("Producer Perspective")},
-                           {"TimeMode", FbxType::Enum, 6}, // 30 frames a second
-                           {"TimeSpanStart", FbxType::Time, std::int64_t{0}},
-                           {"TimeSpanStop", FbxType::Time, std::int64_t{0}},
-                           {"CustomFrameRate", FbxType::Double, -1.0}});
+    WriteFbxProperties(w, {{"UpAxis", FbxTypes::integer, 2},
+                           {"UpAxisSign", FbxTypes::integer, 1},
+                           {"FrontAxis", FbxTypes::integer, 1},
+                           {"FrontAxisSign", FbxTypes::integer, -1},
+                           {"CoordAxis", FbxTypes::integer, 0},
+                           {"CoordAxisSign", FbxTypes::integer, 1},
+                           {"OriginalUpAxis", FbxTypes::integer, 2},
+                           {"OriginalUpAxisSign", FbxTypes::integer, 1},
+                           {"UnitScaleFactor", FbxTypes::real, settings.unitCentimetres},
+                           {"OriginalUnitScaleFactor", FbxTypes::real, settings.unitCentimetres},
+                           {"AmbientColor", FbxTypes::color, settings.ambient},
+                           {"DefaultCamera", FbxTypes::text, std::string("Producer Perspective")},
+                           {"TimeMode", FbxTypes::enumeration, 6}, // 30 frames a second
+                           {"TimeSpanStart", FbxTypes::time, std::int64_t{0}},
+                           {"TimeSpanStop", FbxTypes::time, std::int64_t{0}},
+                           {"CustomFrameRate", FbxTypes::real, -1.0}});
     w.End();
 }
 
@@ -92,8 +93,8 @@ void WriteDocuments(FbxRecordWriter& w) {
     w.Begin("Documents");
     w.Leaf("Count", 1);
     w.Begin("Document", std::int64_t{1}, "", "Scene");
-    WriteFbxProperties(w, {{"SourceObject", FbxType::ObjectLink, {}},
-                           {"ActiveAnimStackName", FbxType::Text, std::string()}});
+    WriteFbxProperties(w, {{"SourceObject", FbxTypes::objectLink, {}},
+                           {"ActiveAnimStackName", FbxTypes::text, std::string()}});
     w.Leaf("RootNode", std::int64_t{0});
     w.End();
     w.End();
@@ -117,48 +118,48 @@ const std::vector<Template>& Templates() {
         {FbxObjectKind::Geometry,
          "Geometry",
          "FbxMesh",
-         {{"Color", FbxType::Color, FbxVec3{0.8, 0.8, 0.8}},
-          {"Primary Visibility", FbxType::Bool, 1},
-          {"Casts Shadows", FbxType::Bool, 1},
-          {"Receive Shadows", FbxType::Bool, 1}}},
+         {{"Color", FbxTypes::color, FbxVec3{0.8, 0.8, 0.8}},
+          {"Primary Visibility", FbxTypes::boolean, 1},
+          {"Casts Shadows", FbxTypes::boolean, 1},
+          {"Receive Shadows", FbxTypes::boolean, 1}}},
         {FbxObjectKind::Model,
          "Model",
          "FbxNode",
-         {{"RotationOrder", FbxType::Enum, 0},
-          {"InheritType", FbxType::Enum, 0},
-          {"GeometricTranslation", FbxType::Vector, zero},
-          {"GeometricRotation", FbxType::Vector, zero},
-          {"GeometricScaling", FbxType::Vector, one},
-          {"Show", FbxType::Bool, 1},
-          {"DefaultAttributeIndex", FbxType::Int, -1},
-          {"Freeze", FbxType::Bool, 0},
-          {"Lcl Translation", FbxType::LclTranslation, zero},
-          {"Lcl Rotation", FbxType::LclRotation, zero},
-          {"Lcl Scaling", FbxType::LclScaling, one},
-          {"Visibility", FbxType::Visibility, 1.0},
-          {"Visibility Inheritance", FbxType::VisibilityInheritance, 1}}},
+         {{"RotationOrder", FbxTypes::enumeration, 0},
+          {"InheritType", FbxTypes::enumeration, 0},
+          {"GeometricTranslation", FbxTypes::vector, zero},
+          {"GeometricRotation", FbxTypes::vector, zero},
+          {"GeometricScaling", FbxTypes::vector, one},
+          {"Show", FbxTypes::boolean, 1},
+          {"DefaultAttributeIndex", FbxTypes::integer, -1},
+          {"Freeze", FbxTypes::boolean, 0},
+          {"Lcl Translation", FbxTypes::lclTranslation, zero},
+          {"Lcl Rotation", FbxTypes::lclRotation, zero},
+          {"Lcl Scaling", FbxTypes::lclScaling, one},
+          {"Visibility", FbxTypes::visibility, 1.0},
+          {"Visibility Inheritance", FbxTypes::visibilityInheritance, 1}}},
         {FbxObjectKind::Material,
          "Material",
          "FbxSurfaceMaterial",
-         {{"ShadingModel", FbxType::Text, std::string("Unknown")},
-          {"MultiLayer", FbxType::Bool, 0}}},
+         {{"ShadingModel", FbxTypes::text, std::string("Unknown")},
+          {"MultiLayer", FbxTypes::boolean, 0}}},
         {FbxObjectKind::Texture,
          "Texture",
          "FbxFileTexture",
-         {{"TextureTypeUse", FbxType::Enum, 0},
-          {"CurrentMappingType", FbxType::Enum, 0},
-          {"WrapModeU", FbxType::Enum, 0},
-          {"WrapModeV", FbxType::Enum, 0},
-          {"UVSwap", FbxType::Bool, 0},
-          {"Translation", FbxType::AnyVector, zero},
-          {"Rotation", FbxType::AnyVector, zero},
-          {"Scaling", FbxType::AnyVector, one},
-          {"UVSet", FbxType::Text, std::string("default")},
-          {"UseMaterial", FbxType::Bool, 0}}},
+         {{"TextureTypeUse", FbxTypes::enumeration, 0},
+          {"CurrentMappingType", FbxTypes::enumeration, 0},
+          {"WrapModeU", FbxTypes::enumeration, 0},
+          {"WrapModeV", FbxTypes::enumeration, 0},
+          {"UVSwap", FbxTypes::boolean, 0},
+          {"Translation", FbxTypes::anyVector, zero},
+          {"Rotation", FbxTypes::anyVector, zero},
+          {"Scaling", FbxTypes::anyVector, one},
+          {"UVSet", FbxTypes::text, std::string("default")},
+          {"UseMaterial", FbxTypes::boolean, 0}}},
         {FbxObjectKind::Video,
          "Video",
          "FbxVideo",
-         {{"Path", FbxType::Url, std::string()}, {"ImageSequence", FbxType::Bool, 0}}},
+         {{"Path", FbxTypes::url, std::string()}, {"ImageSequence", FbxTypes::boolean, 0}}},
     };
     return templates;
 }
@@ -187,9 +188,9 @@ FbxObjectCounts WriteDefinitions(FbxRecordWriter& w) {
 
 } // namespace
 
-void WriteFbxMark(FbxBytes& out) {
-    Append(out, mark);
-    out.Append(&FbxRecordWriter::version, sizeof FbxRecordWriter::version);
+void WriteFbxMark(std::string& out) {
+    out += mark;
+    AppendVersion(out);
 }
 
 FbxObjectCounts WriteFbxFront(FbxRecordWriter& writer, const FbxSettings& settings) {
@@ -208,18 +209,18 @@ void FillFbxCounts(FbxRecordWriter& writer, const FbxObjectCounts& counts) {
     writer.Fill(counts.total, total);
 }
 
-void WriteFbxEnd(FbxBytes& out, FbxRecordWriter& writer) {
+void WriteFbxEnd(std::string& out, FbxRecordWriter& writer) {
     writer.Begin("Takes");
     writer.Leaf("Current", "");
     writer.End();
     writer.Null();
 
-    Append(out, footerCode);
-    Append(out, std::string(16 - out.Size() % 16, '\0')); // never none
-    Append(out, std::string(4, '\0'));
-    out.Append(&FbxRecordWriter::version, sizeof FbxRecordWriter::version);
-    Append(out, std::string(120, '\0'));
-    Append(out, endMark);
+    out += footerCode;
+    out.append(16 - out.size() % 16, '\0'); // never none
+    out.append(4, '\0');
+    AppendVersion(out);
+    out.append(120, '\0');
+    out += endMark;
 }
 
 } // namespace simhost

@@ -26,11 +26,11 @@ struct FbxObjectCounts {
 };
 
 /// The mark of a binary file with its version.
-void WriteFbxMark(FbxBytes& out);
+void WriteFbxMark(std::string& out);
 /// Everything from the header to the definitions. Up is +z, as in the host.
 [[nodiscard]] FbxObjectCounts WriteFbxFront(FbxRecordWriter& writer, const FbxSettings& settings);
 void FillFbxCounts(FbxRecordWriter& writer, const FbxObjectCounts& counts);
 /// The last records and the footer.
-void WriteFbxEnd(FbxBytes& out, FbxRecordWriter& writer);
+void WriteFbxEnd(std::string& out, FbxRecordWriter& writer);
 
 } // namespace simhost

@@ -5,8 +5,8 @@
 
 #include <triobj.h>
 
-#include <algorithm>
 #include <optional>
+#include <set>
 #include <unordered_set>
 
 namespace simhost {
@@ -44,15 +44,10 @@ class ConvertedMesh {
 };
 
 std::vector<MtlID> FaceIds(const Mesh& mesh) {
-    std::unordered_set<MtlID> occur;
-    for (int f = 0; f < mesh.getNumFaces(); ++f) {
-        const MtlID id = mesh.faces[f].getMatID();
-        if (f == 0 || id != mesh.faces[f - 1].getMatID()) // mostly faces of one id in a row
-            occur.insert(id);
-    }
-    std::vector<MtlID> ids(occur.begin(), occur.end());
-    std::sort(ids.begin(), ids.end());
-    return ids;
+    std::set<MtlID> ids;
+    for (int f = 0; f < mesh.getNumFaces(); ++f)
+        ids.insert(mesh.faces[f].getMatID());
+    return {ids.begin(), ids.end()};
 }
 
 /// The materials in order of their first use.

@@ -169,7 +169,7 @@ void WriteLayers(FbxRecordWriter& w, const std::vector<LayerElement>& elements) 
 void WriteFbxGeometry(FbxRecordWriter& w, std::int64_t id, Mesh& mesh, DWORD wireColor,
                       const std::vector<std::int32_t>& materials) {
     w.Begin("Geometry", id, "\0\x01Geometry"sv, "Mesh");
-    WriteFbxProperties(w, {{"Color", FbxType::Color,
+    WriteFbxProperties(w, {{"Color", FbxTypes::color,
                             FbxVec3{(wireColor & 0xff) / 255.0, (wireColor >> 8 & 0xff) / 255.0,
                                     (wireColor >> 16 & 0xff) / 255.0}}});
     WriteTopology(w, mesh);

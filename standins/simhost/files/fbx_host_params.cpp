@@ -43,10 +43,10 @@ class Collector {
     void AddClass(ReferenceMaker& thing) {
         const Class_ID id = FbxAsk(Class_ID(0, 0), [&] { return thing.ClassID(); });
         const SClass_ID super = FbxAsk(SClass_ID{0}, [&] { return thing.SuperClassID(); });
-        Add("3dsMax", FbxType::Compound, {});
-        Add("3dsMax|ClassIDa", FbxType::Int, static_cast<std::int32_t>(id.PartA()));
-        Add("3dsMax|ClassIDb", FbxType::Int, static_cast<std::int32_t>(id.PartB()));
-        Add("3dsMax|SuperClassID", FbxType::Int, static_cast<std::int32_t>(super));
+        Add("3dsMax", FbxTypes::compound, {});
+        Add("3dsMax|ClassIDa", FbxTypes::integer, static_cast<std::int32_t>(id.PartA()));
+        Add("3dsMax|ClassIDb", FbxTypes::integer, static_cast<std::int32_t>(id.PartB()));
+        Add("3dsMax|SuperClassID", FbxTypes::integer, static_cast<std::int32_t>(super));
     }
 
     void AddBlocks(ReferenceMaker& thing) {
@@ -95,7 +95,7 @@ class Collector {
             name = "ParamBlock_" + std::to_string(blocks_);
         ++blocks_;
         const std::string prefix = "3dsMax|" + name;
-        Add(prefix, FbxType::Compound, {});
+        Add(prefix, FbxTypes::compound, {});
         for (int i = 0; i < desc->count; ++i)
             AddParam(block, desc->paramdefs[i], i, prefix);
     }
@@ -110,7 +110,7 @@ class Collector {
             AddValue({block, def.ID, 0, time_}, type, std::move(name));
             return;
         }
-        Add(name, FbxType::Compound, {});
+        Add(name, FbxTypes::compound, {});
         const int count = FbxAsk(0, [&] { return block.Count(def.ID); });
         for (int i = 0; i < count; ++i)
             AddValue({block, def.ID, i, time_}, type, name + "|" + std::to_string(i));
@@ -123,39 +123,39 @@ class Collector {
         case TYPE_PCNT_FRAC:
         case TYPE_WORLD:
         case TYPE_COLOR_CHANNEL:
-            return Add(std::move(name), FbxType::AnyFloat, ValueAt<float>(place));
+            return Add(std::move(name), FbxTypes::anyFloat, ValueAt<float>(place));
         case TYPE_INT:
         case TYPE_INDEX:
         case TYPE_RADIOBTN_INDEX:
         case TYPE_TIMEVALUE:
         case TYPE_ENUM:
-            return Add(std::move(name), FbxType::AnyInteger, ValueAt<int>(place));
+            return Add(std::move(name), FbxTypes::anyInteger, ValueAt<int>(place));
         case TYPE_BOOL:
-            return Add(std::move(name), FbxType::AnyBool, ValueAt<int>(place));
+            return Add(std::move(name), FbxTypes::anyBool, ValueAt<int>(place));
         case TYPE_RGBA:
         case TYPE_HSV:
-            return Add(std::move(name), FbxType::AnyColor, Vec(ValueAt<Point3>(place)));
+            return Add(std::move(name), FbxTypes::anyColor, Vec(ValueAt<Point3>(place)));
         case TYPE_POINT3:
-            return Add(std::move(name), FbxType::AnyVector, Vec(ValueAt<Point3>(place)));
+            return Add(std::move(name), FbxTypes::anyVector, Vec(ValueAt<Point3>(place)));
         case TYPE_FRGBA:
         case TYPE_POINT4:
-            return Add(std::move(name), FbxType::AnyColorAndAlpha, Vec(ValueAt<Point4>(place)));
+            return Add(std::move(name), FbxTypes::anyColorAndAlpha, Vec(ValueAt<Point4>(place)));
         case TYPE_STRING:
-            return Add(std::move(name), FbxType::AnyText, FbxText(ValueAt<const MCHAR*>(place)));
+            return Add(std::move(name), FbxTypes::anyText, FbxText(ValueAt<const MCHAR*>(place)));
         case TYPE_FILENAME:
-            return Add(std::move(name), FbxType::Url, FbxText(ValueAt<const MCHAR*>(place)));
+            return Add(std::move(name), FbxTypes::url, FbxText(ValueAt<const MCHAR*>(place)));
         case TYPE_TEXMAP:
             if (Texmap* map = ValueAt<Texmap*>(place))
                 out_.textures.push_back({name, map});
-            return Add(std::move(name), FbxType::AnyReference, {});
+            return Add(std::move(name), FbxTypes::anyReference, {});
         case TYPE_MTL:
             if (Mtl* mtl = ValueAt<Mtl*>(place))
                 out_.materials.push_back({name, mtl});
-            return Add(std::move(name), FbxType::AnyReference, {});
+            return Add(std::move(name), FbxTypes::anyReference, {});
         case TYPE_INODE:
         case TYPE_REFTARG:
         case TYPE_BITMAP:
-            return Add(std::move(name), FbxType::AnyReference, {});
+            return Add(std::move(name), FbxTypes::anyReference, {});
         default: // the format has no word for it
             return;
         }

@@ -12,8 +12,6 @@ namespace {
 enum LightType { Point = 0, Directional = 1, Spot = 2, Area = 3 };
 enum Decay { NoDecay = 0, Quadratic = 2 };
 
-constexpr double degrees = 57.295779513082320877;
-
 struct LightClass {
     std::string_view name;
     LightType type;
@@ -27,10 +25,10 @@ constexpr LightClass lightClasses[] = {
     {"Target Spot", Spot, NoDecay, 1},
     {"Free Direct", Directional, NoDecay, 1},
     {"Target Direct", Directional, NoDecay, 1},
-    {"CoronaSun", Directional, NoDecay, degrees},
-    {"VRaySun", Directional, NoDecay, degrees},
-    {"CoronaLight", Area, Quadratic, degrees},
-    {"VRayLight", Area, Quadratic, degrees},
+    {"CoronaSun", Directional, NoDecay, fbxDegrees},
+    {"VRaySun", Directional, NoDecay, fbxDegrees},
+    {"CoronaLight", Area, Quadratic, fbxDegrees},
+    {"VRayLight", Area, Quadratic, fbxDegrees},
 };
 
 /// A class that is not listed is photometric or nearly so: a point, or a spot when its
@@ -42,7 +40,7 @@ LightClass ClassOf(Object& light, const FbxHostParams& params) {
                                      [&](const LightClass& c) { return c.name == name; });
     if (found != std::end(lightClasses))
         return *found;
-    return {{}, params.Number({"Distribution"}, 0) == 1 ? Spot : Point, Quadratic, degrees};
+    return {{}, params.Number({"Distribution"}, 0) == 1 ? Spot : Point, Quadratic, fbxDegrees};
 }
 
 } // namespace
@@ -57,16 +55,16 @@ FbxProperties FbxLightProperties(Object& light, TimeValue t) {
     const double falloff = params.Number({"falloff"}, 45 / kind.coneUnit) * kind.coneUnit;
     const double hotspot = params.Number({"hotspot"}, 43 / kind.coneUnit) * kind.coneUnit;
     FbxProperties properties{
-        {"Color", FbxType::AnyColor,
+        {"Color", FbxTypes::anyColor,
          params.Colour({"color", "rgb", "colorDirect", "rgbFilter", "filter_color"}, {1, 1, 1})},
-        {"LightType", FbxType::Enum, std::int32_t{kind.type}},
-        {"CastLightOnObject", FbxType::Bool, on ? 1 : 0},
-        {"Intensity", FbxType::Number, intensity * 100},
-        {"InnerAngle", FbxType::Number, std::min(hotspot, falloff)},
-        {"OuterAngle", FbxType::Number, falloff},
-        {"DecayType", FbxType::Enum,
+        {"LightType", FbxTypes::enumeration, std::int32_t{kind.type}},
+        {"CastLightOnObject", FbxTypes::boolean, on ? 1 : 0},
+        {"Intensity", FbxTypes::number, intensity * 100},
+        {"InnerAngle", FbxTypes::number, std::min(hotspot, falloff)},
+        {"OuterAngle", FbxTypes::number, falloff},
+        {"DecayType", FbxTypes::enumeration,
          static_cast<std::int32_t>(params.Number({"attenDecay"}, kind.decay))},
-        {"CastShadows", FbxType::Bool,
+        {"CastShadows", FbxTypes::boolean,
          params.Number({"castShadows", "cast_shadows"}, 1) != 0 ? 1 : 0}};
     properties.insert(properties.end(), params.properties.begin(), params.properties.end());
     return properties;

@@ -28,18 +28,18 @@ FbxProperties PlainProperties(const FbxHostParams& params) {
     const double transparency =
         params.Number({"transparency", "refractionAmount", "levelRefract"}, 0);
     return {
-        {"ShadingModel", FbxType::Text, std::string("unknown")},
-        {"AmbientColor", FbxType::Color, diffuse},
-        {"DiffuseColor", FbxType::Color, diffuse},
-        {"SpecularColor", FbxType::Color,
+        {"ShadingModel", FbxTypes::text, std::string("unknown")},
+        {"AmbientColor", FbxTypes::color, diffuse},
+        {"DiffuseColor", FbxTypes::color, diffuse},
+        {"SpecularColor", FbxTypes::color,
          params.Colour({"refl_color", "specular", "reflection", "colorReflect"}, white)},
-        {"SpecularFactor", FbxType::Double, 0.0},
-        {"ShininessExponent", FbxType::Double, 1.0},
-        {"TransparencyFactor", FbxType::Double, transparency},
-        {"EmissiveColor", FbxType::Color,
+        {"SpecularFactor", FbxTypes::real, 0.0},
+        {"ShininessExponent", FbxTypes::real, 1.0},
+        {"TransparencyFactor", FbxTypes::real, transparency},
+        {"EmissiveColor", FbxTypes::color,
          params.Colour({"emit_color", "selfIllumColor", "colorSelfIllum", "selfIllumination"},
                        {0, 0, 0})},
-        {"EmissiveFactor", FbxType::Double, glow},
+        {"EmissiveFactor", FbxTypes::real, glow},
     };
 }
 

@@ -148,30 +148,30 @@ void FbxNodes::WriteModel(const Entry& entry) {
     writer_.Leaf("Version", 232);
 
     // InheritType 1: a parent's scale goes to the children as the host has it.
-    FbxProperties properties{{"InheritType", FbxType::Enum, 1},
-                             {"DefaultAttributeIndex", FbxType::Int, 0}};
+    FbxProperties properties{{"InheritType", FbxTypes::enumeration, 1},
+                             {"DefaultAttributeIndex", FbxTypes::integer, 0}};
     const auto add = [&](const char* property, FbxType type, const FbxVec3& v, double usual) {
         if (v != FbxVec3{usual, usual, usual})
             properties.push_back({property, type, v});
     };
     const FbxTrs& local = entry.placement.local;
     const FbxTrs& geometric = entry.placement.geometric;
-    add("Lcl Translation", FbxType::LclTranslation, local.translation, 0);
-    add("Lcl Rotation", FbxType::LclRotation, local.rotation, 0);
-    add("Lcl Scaling", FbxType::LclScaling, local.scale, 1);
-    add("GeometricTranslation", FbxType::Vector, geometric.translation, 0);
-    add("GeometricRotation", FbxType::Vector, geometric.rotation, 0);
-    add("GeometricScaling", FbxType::Vector, geometric.scale, 1);
+    add("Lcl Translation", FbxTypes::lclTranslation, local.translation, 0);
+    add("Lcl Rotation", FbxTypes::lclRotation, local.rotation, 0);
+    add("Lcl Scaling", FbxTypes::lclScaling, local.scale, 1);
+    add("GeometricTranslation", FbxTypes::vector, geometric.translation, 0);
+    add("GeometricRotation", FbxTypes::vector, geometric.rotation, 0);
+    add("GeometricScaling", FbxTypes::vector, geometric.scale, 1);
     if (entry.hidden) {
-        properties.push_back({"Show", FbxType::Bool, 0});
-        properties.push_back({"Visibility", FbxType::Visibility, 0.0});
+        properties.push_back({"Show", FbxTypes::boolean, 0});
+        properties.push_back({"Visibility", FbxTypes::visibility, 0.0});
     }
     if (entry.parentHidden) // in the host children of a hidden node stay visible
-        properties.push_back({"Visibility Inheritance", FbxType::VisibilityInheritance, 0});
+        properties.push_back({"Visibility Inheritance", FbxTypes::visibilityInheritance, 0});
     if (FbxAsk(0, [&] { return node.IsFrozen(); }))
-        properties.push_back({"Freeze", FbxType::Bool, 1});
+        properties.push_back({"Freeze", FbxTypes::boolean, 1});
     properties.push_back(
-        {"MaxHandle", FbxType::UserInt,
+        {"MaxHandle", FbxTypes::userInt,
          static_cast<std::int32_t>(FbxAsk(ULONG{0}, [&] { return node.GetHandle(); }))});
     const MSTR userText = FbxAsk(MSTR(), [&] {
         MSTR text;
@@ -179,7 +179,7 @@ void FbxNodes::WriteModel(const Entry& entry) {
         return text;
     });
     if (userText.Length() > 0)
-        properties.push_back({"UDP3DSMAX", FbxType::UserText, FbxText(userText.data())});
+        properties.push_back({"UDP3DSMAX", FbxTypes::userText, FbxText(userText.data())});
     WriteFbxProperties(writer_, properties);
     writer_.Leaf("Shading", FbxChar{'T'});
     writer_.Leaf("Culling", "CullingOff");

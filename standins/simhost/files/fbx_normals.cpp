@@ -17,24 +17,16 @@ FbxVec3 Minus(const FbxVec3& a, const FbxVec3& b) {
     return {a[0] - b[0], a[1] - b[1], a[2] - b[2]};
 }
 
-FbxVec3 Cross(const FbxVec3& a, const FbxVec3& b) {
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-
-double Dot(const FbxVec3& a, const FbxVec3& b) {
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-
 /// A unit vector, or +z for one without a direction.
 FbxVec3 Unit(const FbxVec3& a) {
-    const double length = std::sqrt(Dot(a, a));
+    const double length = Length(a);
     if (!(length > 0) || !std::isfinite(length))
         return {0, 0, 1};
     return {a[0] / length, a[1] / length, a[2] / length};
 }
 
 double Angle(const FbxVec3& a, const FbxVec3& b) {
-    return std::atan2(std::sqrt(Dot(Cross(a, b), Cross(a, b))), Dot(a, b));
+    return std::atan2(Length(Cross(a, b)), Dot(a, b));
 }
 
 /// The faces around one vertex that are smoothed together: those whose groups meet, directly or

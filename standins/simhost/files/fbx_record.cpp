@@ -24,32 +24,23 @@ std::uint32_t Length(std::size_t bytes) {
 
 } // namespace
 
-void FbxRecordWriter::Begin(std::string_view name) {
-    Open(name);
-}
-
-void FbxRecordWriter::End() {
-    Close(true);
-}
-
 void FbxRecordWriter::Open(std::string_view name) {
     if (!open_.empty())
         CloseValues(open_.back());
     Opened record;
-    record.header = out_.Size();
-    const std::array<std::uint64_t, 3> counts{};
-    out_.Append(counts.data(), sizeof counts);
+    record.header = out_.size();
+    Raw(std::array<std::uint64_t, 3>{});
     Raw(static_cast<std::uint8_t>(name.size()));
-    out_.Append(name.data(), name.size());
-    record.values = out_.Size();
+    out_ += name;
+    record.values = out_.size();
     open_.push_back(record);
 }
 
 void FbxRecordWriter::CloseValues(Opened& record) {
     if (record.valuesClosed)
         return;
-    const std::array<std::uint64_t, 2> counts{record.count, out_.Size() - record.values};
-    out_.Patch(record.header + sizeof(std::uint64_t), counts.data(), sizeof counts);
+    Patch(record.header + sizeof(std::uint64_t),
+          std::array<std::uint64_t, 2>{record.count, out_.size() - record.values});
     record.valuesClosed = true;
 }
 
@@ -57,21 +48,19 @@ void FbxRecordWriter::Close(bool nested) {
     CloseValues(open_.back());
     if (nested)
         Null();
-    const std::uint64_t end = out_.Size();
-    out_.Patch(open_.back().header, &end, sizeof end);
+    Patch(open_.back().header, std::uint64_t{out_.size()});
     open_.pop_back();
 }
 
 void FbxRecordWriter::Null() {
-    const std::array<char, headerSize> zeros{};
-    out_.Append(zeros.data(), zeros.size());
+    out_.append(headerSize, '\0');
 }
 
 void FbxRecordWriter::Bytes(char type, std::string_view bytes) {
     CountValue();
     Raw(type);
     Raw(Length(bytes.size()));
-    out_.Append(bytes.data(), bytes.size());
+    out_ += bytes;
 }
 
 void FbxRecordWriter::Array(char type, const void* items, std::size_t count, std::size_t itemSize) {
@@ -86,19 +75,19 @@ void FbxRecordWriter::Array(char type, const void* items, std::size_t count, std
     Raw(Length(count));
     Raw(static_cast<std::uint32_t>(compressed));
     Raw(Length(stored.size()));
-    out_.Append(stored.data(), stored.size());
+    out_ += stored;
 }
 
 FbxInt32Slot FbxRecordWriter::LeafSlot(std::string_view name) {
     Open(name);
     Value(std::int32_t{0});
-    const FbxInt32Slot slot{out_.Size() - sizeof(std::int32_t)};
+    const FbxInt32Slot slot{out_.size() - sizeof(std::int32_t)};
     Close(false);
     return slot;
 }
 
 void FbxRecordWriter::Fill(FbxInt32Slot slot, std::int32_t value) {
-    out_.Patch(slot.offset, &value, sizeof value);
+    Patch(slot.offset, value);
 }
 
 } // namespace simhost

@@ -1,13 +1,12 @@
 #pragma once
 // The node records of a binary FBX file, version 7.5 (64-bit offsets, so that no file is too
 // long). A record is a name, a list of typed values and nested records.
-#include "simhost/files/fbx_bytes.h"
-
-#include <concepts>
+#include <cstdint>
+#include <cstring>
 #include <span>
 #include <stdexcept>
 #include <string>
-#include <type_traits>
+#include <string_view>
 #include <vector>
 
 namespace simhost {
@@ -37,16 +36,16 @@ class FbxRecordWriter {
   public:
     static constexpr std::uint32_t version = 7500;
 
-    explicit FbxRecordWriter(FbxBytes& out) : out_(out) {}
+    /// Appends to `out`, where the offsets in the file begin at 0.
+    explicit FbxRecordWriter(std::string& out) : out_(out) {}
 
     /// Opens a record that holds nested records; its own values come first.
-    void Begin(std::string_view name);
     template <class... Values>
     void Begin(std::string_view name, const Values&... values) {
-        Begin(name);
+        Open(name);
         (Value(values), ...);
     }
-    void End();
+    void End() { Close(true); }
     /// A record of values alone.
     template <class... Values>
     void Leaf(std::string_view name, const Values&... values) {
@@ -100,7 +99,12 @@ class FbxRecordWriter {
     void CountValue() { ++open_.back().count; }
     template <class T>
     void Raw(T v) {
-        out_.Append(&v, sizeof v);
+        out_.append(reinterpret_cast<const char*>(&v), sizeof v);
+    }
+    /// Replaces a number that stands in the file already.
+    template <class T>
+    void Patch(std::size_t offset, T v) {
+        std::memcpy(out_.data() + offset, &v, sizeof v);
     }
     template <class T>
     void Number(char type, T v) {
@@ -109,7 +113,7 @@ class FbxRecordWriter {
         Raw(v);
     }
 
-    FbxBytes& out_;
+    std::string& out_;
     std::vector<Opened> open_;
 };
 

@@ -14,8 +14,6 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr double degrees = 57.295779513082320877;
-
 std::vector<std::string_view> Segments(std::string_view path) {
     std::vector<std::string_view> segments;
     std::size_t start = 0;
@@ -35,14 +33,14 @@ void ReadPlacement(StdUVGen& uv, TimeValue t, FbxProperties& properties,
     scaling = {uv.GetUScl(t), uv.GetVScl(t)};
     const int tiling = uv.GetTextureTiling();
     const auto clamp = [](bool repeats) { return repeats ? 0 : 1; };
-    properties = {
-        {"UVSet", FbxType::Text, "UVChannel_" + std::to_string(uv.GetMapChannel())},
-        {"WrapModeU", FbxType::Enum, clamp(tiling & (U_WRAP | U_MIRROR))},
-        {"WrapModeV", FbxType::Enum, clamp(tiling & (V_WRAP | V_MIRROR))},
-        {"Translation", FbxType::AnyVector, FbxVec3{translation[0], translation[1], 0}},
-        {"Rotation", FbxType::AnyVector,
-         FbxVec3{uv.GetUAng(t) * degrees, uv.GetVAng(t) * degrees, uv.GetWAng(t) * degrees}},
-        {"Scaling", FbxType::AnyVector, FbxVec3{scaling[0], scaling[1], 1}}};
+    properties = {{"UVSet", FbxTypes::text, "UVChannel_" + std::to_string(uv.GetMapChannel())},
+                  {"WrapModeU", FbxTypes::enumeration, clamp(tiling & (U_WRAP | U_MIRROR))},
+                  {"WrapModeV", FbxTypes::enumeration, clamp(tiling & (V_WRAP | V_MIRROR))},
+                  {"Translation", FbxTypes::anyVector, FbxVec3{translation[0], translation[1], 0}},
+                  {"Rotation", FbxTypes::anyVector,
+                   FbxVec3{uv.GetUAng(t) * fbxDegrees, uv.GetVAng(t) * fbxDegrees,
+                           uv.GetWAng(t) * fbxDegrees}},
+                  {"Scaling", FbxTypes::anyVector, FbxVec3{scaling[0], scaling[1], 1}}};
 }
 
 std::string BitmapFile(BitmapTex& bitmap) {
@@ -123,7 +121,7 @@ std::int64_t FbxTextures::IdBelow(Texmap& map) {
 void FbxTextures::WriteVideo(FbxRecordWriter& w, const Entry& entry) const {
     w.Begin("Video", entry.video, entry.name + std::string("\0\x01Video"sv), "Clip");
     w.Leaf("Type", "Clip");
-    WriteFbxProperties(w, {{"Path", FbxType::Url, entry.file}});
+    WriteFbxProperties(w, {{"Path", FbxTypes::url, entry.file}});
     w.Leaf("UseMipMap", 0);
     w.Leaf("Filename", entry.file);
     w.Leaf("RelativeFilename", entry.relativeFile);
@@ -137,7 +135,7 @@ void FbxTextures::WriteTexture(FbxRecordWriter& w, const Entry& entry) const {
     w.Leaf("Version", 202);
     w.Leaf("TextureName", textureName);
     FbxProperties properties = entry.placement;
-    properties.push_back({"UseMaterial", FbxType::Bool, 1});
+    properties.push_back({"UseMaterial", FbxTypes::boolean, 1});
     WriteFbxProperties(w, properties);
     w.Leaf("Media", entry.name + std::string("\0\x01Video"sv));
     w.Leaf("FileName", entry.file);

@@ -10,22 +10,8 @@ namespace {
 
 // Sine of the angle by which float axes may miss being square.
 constexpr double squareTolerance = 2e-5;
-constexpr double degrees = 180.0 / std::numbers::pi;
-
-double Dot(const FbxVec3& a, const FbxVec3& b) {
-    return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
-}
-
-FbxVec3 Cross(const FbxVec3& a, const FbxVec3& b) {
-    return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
-}
-
 FbxVec3 Times(const FbxVec3& a, double s) {
     return {a[0] * s, a[1] * s, a[2] * s};
-}
-
-double Length(const FbxVec3& a) {
-    return std::sqrt(Dot(a, a));
 }
 
 double Determinant(const std::array<FbxVec3, 3>& m) {
@@ -73,15 +59,15 @@ FbxVec3 EulerOf(const std::array<FbxVec3, 3>& r) {
     const double sinY = std::clamp(-r[0][2], -1.0, 1.0);
     const double y = std::asin(sinY);
     if (std::abs(sinY) > 1 - 1e-12) // x and z turn about one axis: all of it goes to x
-        return {std::atan2(-r[2][1], r[1][1]) * degrees, y * degrees, 0};
-    return {std::atan2(r[1][2], r[2][2]) * degrees, y * degrees,
-            std::atan2(r[0][1], r[0][0]) * degrees};
+        return {std::atan2(-r[2][1], r[1][1]) * fbxDegrees, y * fbxDegrees, 0};
+    return {std::atan2(r[1][2], r[2][2]) * fbxDegrees, y * fbxDegrees,
+            std::atan2(r[0][1], r[0][0]) * fbxDegrees};
 }
 
 std::array<FbxVec3, 3> RotationOf(const FbxVec3& euler) {
-    const double cx = std::cos(euler[0] / degrees), sx = std::sin(euler[0] / degrees);
-    const double cy = std::cos(euler[1] / degrees), sy = std::sin(euler[1] / degrees);
-    const double cz = std::cos(euler[2] / degrees), sz = std::sin(euler[2] / degrees);
+    const double cx = std::cos(euler[0] / fbxDegrees), sx = std::sin(euler[0] / fbxDegrees);
+    const double cy = std::cos(euler[1] / fbxDegrees), sy = std::sin(euler[1] / fbxDegrees);
+    const double cz = std::cos(euler[2] / fbxDegrees), sz = std::sin(euler[2] / fbxDegrees);
     return {FbxVec3{cy * cz, cy * sz, -sy},
             FbxVec3{sx * sy * cz - cx * sz, sx * sy * sz + cx * cz, sx * cy},
             FbxVec3{cx * sy * cz + sx * sz, cx * sy * sz - sx * cz, cx * cy}};
