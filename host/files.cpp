@@ -3,8 +3,6 @@
 #include "host/attempt.h"
 #include "host/long_path.h"
 
-#include <windows.h>
-
 #include <algorithm>
 
 namespace brimwave {
@@ -17,10 +15,10 @@ DWORD PieceOf(std::size_t size) {
     return static_cast<DWORD>(std::min(size, longestPiece));
 }
 
-void* OpenFile(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
+KernelHandle OpenFile(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
     const HANDLE file = CreateFileW(LongPath(path).c_str(), access, share, nullptr, disposition,
                                     FILE_ATTRIBUTE_NORMAL, nullptr);
-    return file == INVALID_HANDLE_VALUE ? nullptr : file;
+    return KernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
 bool ReadBytes(HANDLE file, std::string& bytes) {
@@ -37,17 +35,13 @@ bool ReadBytes(HANDLE file, std::string& bytes) {
 
 } // namespace
 
-void FileCloser::operator()(void* file) const noexcept {
-    CloseHandle(file);
-}
-
 bool PathExists(const std::wstring& path) {
     return !path.empty() && GetFileAttributesW(LongPath(path).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
 std::optional<std::string> ReadWholeFile(const std::wstring& path, std::uint64_t most) {
-    const FileHandle file(OpenFile(
-        path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING));
+    const KernelHandle file = OpenFile(
+        path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING);
     LARGE_INTEGER size{};
     if (!file || !GetFileSizeEx(file.get(), &size) ||
         static_cast<std::uint64_t>(size.QuadPart) > most)

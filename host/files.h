@@ -1,8 +1,8 @@
 #pragma once
 // Files and folders of the system. Full paths may have any length.
-#include <cstddef>
+#include "host/kernel_handle.h"
+
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,12 +17,6 @@ namespace brimwave {
 [[nodiscard]] std::optional<std::string> ReadWholeFile(const std::wstring& path,
                                                        std::uint64_t most = UINT64_MAX);
 
-struct FileCloser {
-    void operator()(void* file) const noexcept;
-};
-/// Owns an open file; null: none.
-using FileHandle = std::unique_ptr<void, FileCloser>;
-
 /// A new file, which takes the place of one that stands there. After a failure it takes nothing
 /// more.
 class NewFile {
@@ -34,7 +28,7 @@ class NewFile {
     [[nodiscard]] bool Good() const { return file_ != nullptr; }
 
   private:
-    FileHandle file_;
+    KernelHandle file_; // null after a failure
 };
 
 // None of these tells a failure: who needs the result finds out by itself.

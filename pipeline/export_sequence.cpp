@@ -47,9 +47,8 @@ std::optional<std::wstring> AcceptedToken(ExportPanel& panel) {
         panel.SetBalanceText(FormatBalanceText(account));
         return token;
     }
-    const bool refused = account.error == L"invalid_token" || account.error == L"token_empty";
-    panel.ShowMessage(refused ? L"Invalid token.\nUpdate your token at " + ServiceDashboardAddress()
-                              : L"Cannot connect to server:\n" + account.error,
+    panel.ShowMessage(account.IsTokenRefused() ? RefusedTokenText()
+                                               : L"Cannot connect to server:\n" + account.error,
                       caption, MessageIcon::None);
     return std::nullopt;
 }

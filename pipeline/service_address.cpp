@@ -23,4 +23,8 @@ std::wstring ServiceWebAddress() {
     return ServiceBaseAddress();
 }
 
+std::wstring RefusedTokenText() {
+    return L"Invalid token.\nUpdate your token at " + ServiceDashboardAddress();
+}
+
 } // namespace brimwave

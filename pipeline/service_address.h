@@ -13,4 +13,7 @@ namespace brimwave {
 /// The service's web page, which the panel's link shows and opens.
 [[nodiscard]] std::wstring ServiceWebAddress();
 
+/// What a user is told whose token the service refuses.
+[[nodiscard]] std::wstring RefusedTokenText();
+
 } // namespace brimwave

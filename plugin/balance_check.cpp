@@ -2,8 +2,6 @@
 
 #include "host/attempt.h"
 
-#include <process.h>
-
 #include <atomic>
 
 namespace brimwave {
@@ -74,15 +72,16 @@ std::unique_ptr<BalanceCheck> BalanceCheck::Start(HWND panel, std::wstring_view 
     shared->baseAddress = baseAddress;
     shared->token = token;
     auto argument = std::make_unique<std::shared_ptr<Shared>>(shared);
-    KernelHandle thread(reinterpret_cast<HANDLE>(
-        _beginthreadex(nullptr, 0, &BalanceCheck::Run, argument.get(), 0, nullptr)));
+    // Not the C runtime's way to start a thread: some runtimes hold the library for their threads
+    // too, and let go only of those that return, which this one must not do.
+    KernelHandle thread(CreateThread(nullptr, 0, &BalanceCheck::Run, argument.get(), 0, nullptr));
     if (!thread)
         return nullptr;
     static_cast<void>(argument.release()); // the thread owns it now
     return std::unique_ptr<BalanceCheck>(new BalanceCheck(std::move(shared), std::move(thread)));
 }
 
-unsigned __stdcall BalanceCheck::Run(void* argument) {
+DWORD WINAPI BalanceCheck::Run(void* argument) {
     HMODULE library = nullptr;
     {
         const std::unique_ptr<std::shared_ptr<Shared>> owner(
@@ -90,13 +89,7 @@ unsigned __stdcall BalanceCheck::Run(void* argument) {
         library = (*owner)->library.Release();
         (*owner)->Check();
     }
-#ifdef _UCRT
-    // This C runtime holds the library for its threads by itself until they have returned.
-    FreeLibrary(library);
-    return 0;
-#else
     FreeLibraryAndExitThread(library, 0);
-#endif
 }
 
 BalanceCheck::~BalanceCheck() {

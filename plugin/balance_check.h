@@ -1,5 +1,5 @@
 #pragma once
-#include "plugin/handles.h"
+#include "host/kernel_handle.h"
 #include "service/account.h"
 
 #include <windows.h>
@@ -34,7 +34,7 @@ class BalanceCheck {
   private:
     struct Shared;
     BalanceCheck(std::shared_ptr<Shared> shared, KernelHandle thread);
-    static unsigned __stdcall Run(void* argument);
+    static DWORD WINAPI Run(void* argument);
 
     std::shared_ptr<Shared> shared_;
     KernelHandle thread_;

@@ -1,6 +1,7 @@
 #include "plugin/label_tips.h"
 
 #include "plugin/dialog_text.h"
+#include "plugin/label_device.h"
 
 #include <commctrl.h>
 
@@ -17,13 +18,9 @@ RECT AreaIn(HWND dialog, HWND label) {
 bool Fits(HWND label, const std::wstring& text) {
     RECT area{};
     GetClientRect(label, &area);
-    const HDC device = GetDC(label);
-    const HGDIOBJ before =
-        SelectObject(device, reinterpret_cast<HGDIOBJ>(SendMessageW(label, WM_GETFONT, 0, 0)));
     RECT needed{};
-    DrawTextW(device, text.c_str(), -1, &needed, DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX);
-    SelectObject(device, before);
-    ReleaseDC(label, device);
+    DrawTextW(LabelDevice(label).Get(), text.c_str(), -1, &needed,
+              DT_CALCRECT | DT_SINGLELINE | DT_NOPREFIX);
     return needed.right <= area.right;
 }
 

@@ -1,6 +1,7 @@
 #include "plugin/link_label.h"
 
 #include "plugin/dialog_text.h"
+#include "plugin/label_device.h"
 
 #include <commctrl.h>
 
@@ -22,22 +23,18 @@ COLORREF LinkColour() {
 
 /// Around the text, which stands in the middle of the label.
 void DrawFocus(HWND label) {
-    const HDC device = GetDC(label);
-    if (!device)
+    const LabelDevice device(label);
+    if (!device.Get())
         return;
-    const HGDIOBJ before =
-        SelectObject(device, reinterpret_cast<HGDIOBJ>(SendMessageW(label, WM_GETFONT, 0, 0)));
     const std::wstring text = WindowText(label);
     RECT area{};
     GetClientRect(label, &area);
     SIZE size{};
-    GetTextExtentPoint32W(device, text.c_str(), static_cast<int>(text.size()), &size);
+    GetTextExtentPoint32W(device.Get(), text.c_str(), static_cast<int>(text.size()), &size);
     const LONG margin = std::max(0L, (area.right - size.cx) / 2 - 3);
     area.left += margin;
     area.right -= margin;
-    DrawFocusRect(device, &area);
-    SelectObject(device, before);
-    ReleaseDC(label, device);
+    DrawFocusRect(device.Get(), &area);
 }
 
 LRESULT CALLBACK LinkProc(HWND label, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,

@@ -1,5 +1,5 @@
 #pragma once
-#include "plugin/handles.h"
+#include "plugin/gdi_object.h"
 
 #include <windows.h>
 

@@ -76,9 +76,9 @@ void Panel::ShowBalance(const BalanceResult& result) {
     state_.refreshButton.Enable(state_.dialog, true);
     if (result.ok) {
         view.SetBalanceText(FormatBalanceText(result));
-    } else if (result.error == L"invalid_token" || result.error == L"token_empty") {
+    } else if (result.IsTokenRefused()) {
         view.SetBalanceText(L"Invalid token");
-        ShowMessage(L"Invalid token.\nUpdate your token at " + ServiceDashboardAddress());
+        ShowMessage(RefusedTokenText());
     } else {
         view.SetBalanceText(L"Error");
         ShowMessage(L"Connection error:\n" + result.error);

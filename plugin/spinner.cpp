@@ -1,5 +1,7 @@
 #include "plugin/spinner.h"
 
+#include "plugin/dialog_text.h"
+
 namespace brimwave {
 namespace {
 
@@ -32,8 +34,7 @@ void Spinner::Stop(HWND dialog) noexcept {
 }
 
 void Spinner::Paint(HWND dialog) const {
-    const std::wstring shown = std::wstring(1, frames[frame_]) + L" " + text_;
-    SetDlgItemTextW(dialog, label_, shown.c_str());
+    SetControlText(dialog, label_, std::wstring(1, frames[frame_]) + L" " + text_);
 }
 
 } // namespace brimwave

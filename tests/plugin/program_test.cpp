@@ -1,5 +1,5 @@
 // The stand-in host's program: what it says of a command line or files that will not do.
-#include "plugin/handles.h"
+#include "host/kernel_handle.h"
 
 #include "tests/plugin/panel_host.h"
 
