@@ -1,6 +1,7 @@
 #include "package/environment.h"
 
 #include "host/attempt.h"
+#include "host/number_text.h"
 #include "host/script.h"
 #include "host/script_reply.h"
 #include "host/sdk_compat.h"
@@ -55,12 +56,7 @@ std::wstring EnvironmentMap(PackageContext& package, bool useMap) {
 
 /// The map of a handle's text. The host prints a letter behind the digits.
 Texmap* MapOfHandle(std::wstring_view text) {
-    AnimHandle handle = 0;
-    for (const wchar_t digit : text) {
-        if (digit < L'0' || digit > L'9')
-            break;
-        handle = handle * 10 + static_cast<AnimHandle>(digit - L'0');
-    }
+    const auto handle = static_cast<AnimHandle>(ParseInteger(text).value_or(0));
     return handle == 0 ? nullptr : dynamic_cast<Texmap*>(Animatable::GetAnimByHandle(handle));
 }
 

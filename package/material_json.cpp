@@ -56,34 +56,24 @@ void AppendSingle(PackageContext& package, std::wstring& out, Mtl& material,
 
 } // namespace
 
-void AppendMaterialJson(PackageContext& package, std::wstring& out, Mtl* material,
-                        std::vector<std::wstring>& errors) {
-    if (!material) {
-        out += L"null"sv;
-        return;
-    }
-    const size_t start = out.size();
+std::wstring buildMaterialJson(PackageContext& package, Mtl* material,
+                               std::vector<std::wstring>& errors) {
+    if (!material)
+        return L"null";
     const size_t mark = package.registry.Mark();
+    std::wstring text;
     const bool written = Attempt([&] {
         const MSTR className = HostClassName(*material);
         if (IsMultiMaterial(HostView(className)))
-            AppendMulti(package, out, *material);
+            AppendMulti(package, text, *material);
         else
-            AppendSingle(package, out, *material, HostView(className));
+            AppendSingle(package, text, *material, HostView(className));
     });
     if (written)
-        return;
+        return text;
     package.registry.RollBack(mark);
     errors.emplace_back(L"buildMaterialJson exception");
-    out.resize(start);
-    out += L"null"sv;
-}
-
-std::wstring buildMaterialJson(PackageContext& package, Mtl* material,
-                               std::vector<std::wstring>& errors) {
-    std::wstring text;
-    AppendMaterialJson(package, text, material, errors);
-    return text;
+    return L"null";
 }
 
 } // namespace brimwave

@@ -9,8 +9,5 @@ namespace brimwave {
 /// as written.
 [[nodiscard]] std::wstring buildMaterialJson(PackageContext& package, Mtl* material,
                                              std::vector<std::wstring>& errors);
-/// The same, appended.
-void AppendMaterialJson(PackageContext& package, std::wstring& out, Mtl* material,
-                        std::vector<std::wstring>& errors);
 
 } // namespace brimwave

@@ -6,8 +6,6 @@
 #include "package/displacement.h"
 #include "package/material_json.h"
 
-#include <algorithm>
-
 namespace brimwave {
 namespace {
 
@@ -30,9 +28,6 @@ void AppendErrors(std::wstring& out, const std::vector<std::wstring>& errors) {
 
 } // namespace
 
-ObjectEntryWriter::ObjectEntryWriter(PackageContext& package)
-    : package_(package), seen_(size_t{1} << 16) {}
-
 /// `read()` appends to `text`; when the host fails over it, the text is `fallback` and an error
 /// names the member.
 template <class Read>
@@ -45,33 +40,16 @@ void ObjectEntryWriter::ReadOr(std::wstring& text, const wchar_t* what, const wc
     errors_.emplace_back(std::wstring(what) + L" exception");
 }
 
-void ObjectEntryWriter::CollectIds(const Mesh& mesh) {
-    ids_.clear();
-    const int faces = mesh.getNumFaces();
-    for (int i = 0; i < faces; ++i) {
-        const MtlID id = mesh.faces[i].getMatID();
-        if (seen_[id])
-            continue;
-        seen_[id] = true;
-        ids_.push_back(id + 1);
-    }
-    for (const int id : ids_)
-        seen_[static_cast<size_t>(id - 1)] = false;
-    std::sort(ids_.begin(), ids_.end());
-}
-
 void ObjectEntryWriter::AppendMaterialIds(INode& node) {
-    ids_.clear();
     const TimeValue now = package_.Time();
     const ConvertedMesh mesh(node.EvalWorldState(now, TRUE).obj, now);
-    if (mesh.Get())
-        CollectIds(*mesh.Get());
     materialIds_ += L'[';
-    for (const int id : ids_) {
-        if (materialIds_.size() > 1)
-            materialIds_ += L',';
-        AppendJsonInt(materialIds_, id);
-    }
+    if (mesh.Get())
+        for (const MtlID id : idFinder_.Collect(*mesh.Get())) {
+            if (materialIds_.size() > 1)
+                materialIds_ += L',';
+            AppendJsonInt(materialIds_, id + 1);
+        }
     materialIds_ += L']';
 }
 
@@ -80,7 +58,7 @@ void ObjectEntryWriter::ReadParts(INode& node) {
     ReadOr(name_, L"object_name", L"", [&] { name_ += HostView(node.GetName()); });
     ReadOr(materialIds_, L"material_ids", L"[]", [&] { AppendMaterialIds(node); });
     ReadOr(material_, L"material", L"null",
-           [&] { AppendMaterialJson(package_, material_, node.GetMtl(), errors_); });
+           [&] { material_ = buildMaterialJson(package_, node.GetMtl(), errors_); });
     ReadOr(displacement_, L"displacement_mod", L"null",
            [&] { ProbeDisplacementJson(package_, displacement_, node); });
     ReadOr(className_, L"object_class", L"",

@@ -1,4 +1,5 @@
 #pragma once
+#include "host/material_ids.h"
 #include "package/package_context.h"
 #include "package/utf8_store.h"
 
@@ -7,7 +8,7 @@ namespace brimwave {
 /// Writes the entries of the objects of one package.
 class ObjectEntryWriter {
   public:
-    explicit ObjectEntryWriter(PackageContext& package);
+    explicit ObjectEntryWriter(PackageContext& package) : package_(package) {}
 
     /// Appends the entry of one node, from its "{" to its "}". Whatever fails is named in the
     /// entry's "errors" and in the log, and the rest of the entry is written.
@@ -18,14 +19,12 @@ class ObjectEntryWriter {
     void ReadOr(std::wstring& text, const wchar_t* what, const wchar_t* fallback, Read read);
     void ReadParts(INode& node);
     void AppendMaterialIds(INode& node);
-    void CollectIds(const Mesh& mesh);
 
     PackageContext& package_;
-    std::vector<bool> seen_; // by material id
+    MaterialIdFinder idFinder_;
     // Parts of the entry at hand, kept for their memory.
     std::wstring name_, className_, materialIds_, displacement_, material_, head_;
     std::vector<std::wstring> errors_;
-    std::vector<int> ids_;
 };
 
 } // namespace brimwave

@@ -18,7 +18,7 @@ std::wstring Quoted(const std::wstring& name) {
 }
 
 /// A Vertex Color map shows a channel of its choice, at first that of the vertex colours.
-bool ShowsColourChannel(ParamReader& params, Texmap& map) {
+bool ShowsColorChannel(ParamReader& params, Texmap& map) {
     const std::wstring name = ToLowerW(ClassNameOf(map));
     if (name.find(L"vertex") == std::wstring::npos || name.find(L"col") == std::wstring::npos)
         return false;
@@ -61,7 +61,7 @@ ChoiceMaps::SearchResult ChoiceMaps::Search(Mtl& root, std::optional<MtlID> id) 
                 auto& map = static_cast<Texmap&>(object);
                 if (IsChoiceMap(map))
                     result.maps.push_back(&map);
-                result.showsVertexColours |= ShowsColourChannel(params_, map);
+                result.showsVertexColors |= ShowsColorChannel(params_, map);
             });
         AppendEnabledMaps(params_, object, parts);
         if (kind == MATERIAL_CLASS_ID)
@@ -74,7 +74,7 @@ const ChoiceMaps::Summary& ChoiceMaps::SummaryOf(Mtl& material) {
     const auto [at, fresh] = summaries_.try_emplace(&material);
     if (fresh) {
         const SearchResult result = Search(material, std::nullopt);
-        at->second = {!result.maps.empty(), result.showsVertexColours};
+        at->second = {!result.maps.empty(), result.showsVertexColors};
     }
     return at->second;
 }
@@ -83,8 +83,8 @@ bool ChoiceMaps::Any(Mtl& material) {
     return SummaryOf(material).any;
 }
 
-bool ChoiceMaps::ShowsVertexColours(Mtl& material) {
-    return SummaryOf(material).showsVertexColours;
+bool ChoiceMaps::ShowsVertexColors(Mtl& material) {
+    return SummaryOf(material).showsVertexColors;
 }
 
 const FaceChoice* ChoiceMaps::For(Mtl& material, MtlID id) {

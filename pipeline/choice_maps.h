@@ -1,6 +1,6 @@
 #pragma once
 // Which map that chooses at random a face shows.
-#include "pipeline/choice_colours.h"
+#include "pipeline/choice_colors.h"
 
 #include <unordered_map>
 #include <unordered_set>
@@ -24,7 +24,7 @@ class ChoiceMaps {
     /// What a face of that id shows; null when no such map. Stays as long as this object.
     [[nodiscard]] const FaceChoice* For(Mtl& material, MtlID id);
     /// Whether a map of the material shows the mesh's own vertex colours.
-    [[nodiscard]] bool ShowsVertexColours(Mtl& material);
+    [[nodiscard]] bool ShowsVertexColors(Mtl& material);
 
     /// What was not served, one line each; then there are none. No line comes twice.
     [[nodiscard]] std::vector<std::wstring> TakeNotes();
@@ -32,12 +32,12 @@ class ChoiceMaps {
   private:
     struct SearchResult {
         std::vector<Texmap*> maps;
-        bool showsVertexColours = false;
+        bool showsVertexColors = false;
         bool byId = false; ///< another material id may find other maps
     };
     struct Summary {
         bool any = false;
-        bool showsVertexColours = false;
+        bool showsVertexColors = false;
     };
 
     /// What the material shows; `id`: the material id that multi-materials are entered by; empty:

@@ -11,7 +11,7 @@
 #include "pipeline/scene_scripts.h"
 #include "pipeline/service_address.h"
 #include "pipeline/texture_collection.h"
-#include "pipeline/vertex_colour_bake.h"
+#include "pipeline/vertex_color_bake.h"
 #include "pipeline/vray_conversion.h"
 #include "service/account.h"
 #include "service/jobs.h"
@@ -95,7 +95,7 @@ class ExportRun {
             return;
         }
         MakeJobFolder();
-        BakeVertexColours();
+        BakeVertexColors();
         if (VRayConverted())
             if (const std::optional<int> objects = WriteJob())
                 ShowOutcome(Submit(), *objects);
@@ -121,7 +121,7 @@ class ExportRun {
         MakeFolder(jobFolder_ + L"\\textures");
     }
 
-    void BakeVertexColours() {
+    void BakeVertexColors() {
         panel_.SetStatus(12, L"Baking MultiTexture vertex colors...", true);
         BakeMultiTextureVC();
     }

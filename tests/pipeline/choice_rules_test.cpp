@@ -1,6 +1,6 @@
 // What the maps' parameters mean: modes, lists, switches, weights, and which map a face shows.
 #include "pipeline/random_choice.h"
-#include "tests/pipeline/colour_kit.h"
+#include "tests/pipeline/color_kit.h"
 
 #include <gmock/gmock.h>
 
@@ -100,10 +100,10 @@ Seen BakeByFace(json map) {
     OpenScene(scene);
     Bake();
     Seen seen;
-    for (const Bytes& colour : FaceColours(*NodeNamed(squaresNode))) {
-        seen.counts.insert(colour.count);
-        seen.choices.insert(colour.choice);
-        seen.variations.insert(colour.variation);
+    for (const Bytes& color : FaceColors(*NodeNamed(squaresNode))) {
+        seen.counts.insert(color.count);
+        seen.choices.insert(color.choice);
+        seen.variations.insert(color.variation);
     }
     return seen;
 }
@@ -135,14 +135,14 @@ TEST(ChoiceRules, VariationOnlyWhereTheMapVaries) {
     EXPECT_GT(BakeByFace(CoronaMultiMap(3, {{"hueRandom", 0.1}})).variations.size(), 240u);
 }
 
-TEST(ChoiceRules, AsManyMapsAsAColourCanName) {
+TEST(ChoiceRules, AsManyMapsAsAColorCanName) {
     const Seen seen = BakeByFace(MultiTexture(255, 3));
     EXPECT_THAT(seen.counts, ElementsAre(255));
     EXPECT_EQ(*seen.choices.rbegin(), 254);
     INode& node = OpenSquares(Shows(MultiTexture(258, 3)));
     EXPECT_THAT(Bake(), Contains(HasSubstr(L"the last 3 maps of its list are never chosen")));
-    for (const Bytes& colour : FaceColours(node))
-        EXPECT_EQ(colour.count, 255);
+    for (const Bytes& color : FaceColors(node))
+        EXPECT_EQ(color.count, 255);
 }
 
 TEST(ChoiceRules, FacesShowTheSubMaterialOfTheirId) {
@@ -151,8 +151,8 @@ TEST(ChoiceRules, FacesShowTheSubMaterialOfTheirId) {
     INode& node = OpenSquares({{"class", "Multi/Sub-Object"}, {"sub_materials", {three, nested}}});
     Bake();
     std::vector<int> counts;
-    for (const Bytes& colour : FaceColours(node))
-        counts.push_back(colour.count);
+    for (const Bytes& color : FaceColors(node))
+        counts.push_back(color.count);
     // Ids 0 and 2 (wrapped) show the first, id 1 the nested one's second.
     EXPECT_THAT(counts, ElementsAre(3, 3, 5, 5, 3, 3, 3, 3, 5, 5, 3, 3));
 }

@@ -2,7 +2,7 @@
 // but what the bake of vertex colours leaves.
 #include "tests/pipeline/sequence_kit.h"
 
-#include "pipeline/vertex_colour_bake.h"
+#include "pipeline/vertex_color_bake.h"
 #include "simhost/files/scene_file.h"
 
 #include <gmock/gmock.h>

@@ -3,7 +3,7 @@
 #include "pipeline/random_choice.h"
 #include "simhost/files/fbx_export.h"
 #include "simhost/files/scene_file.h"
-#include "tests/pipeline/colour_kit.h"
+#include "tests/pipeline/color_kit.h"
 #include "tests/support/temp_folder.h"
 #include "text/utf8.h"
 
@@ -34,8 +34,8 @@ std::vector<int> ElementChoices(const aiMesh& mesh, unsigned facesPerElement, in
         return choices;
     for (unsigned f = 0; f < mesh.mNumFaces; ++f)
         for (unsigned k = 0; k < mesh.mFaces[f].mNumIndices; ++k) {
-            const aiColor4D& colour = mesh.mColors[0][mesh.mFaces[f].mIndices[k]];
-            const auto decoded = DecodeChoice(colour.r, colour.g, colour.b);
+            const aiColor4D& color = mesh.mColors[0][mesh.mFaces[f].mIndices[k]];
+            const auto decoded = DecodeChoice(color.r, color.g, color.b);
             const int choice = decoded ? decoded->choice : noChoice;
             EXPECT_EQ(decoded ? decoded->count : count, count);
             if (f % facesPerElement == 0 && k == 0)
@@ -54,7 +54,7 @@ std::vector<int> Expected(std::int32_t seed, size_t elements, std::uint32_t maps
     return choices;
 }
 
-class BakedColours : public ::testing::Test {
+class BakedColors : public ::testing::Test {
   protected:
     /// Bakes and exports the open scene, and reads the file back.
     const aiScene* RoundTrip() {
@@ -111,7 +111,7 @@ class BakedColours : public ::testing::Test {
     Assimp::Importer importer_;
 };
 
-TEST_F(BakedColours, SampleRoom) {
+TEST_F(BakedColors, SampleRoom) {
     const std::wstring room =
         utf8::ToWide(std::string(BRIMWAVE_SOURCE_DIR) + "/samples/room/room.json");
     const simhost::LoadResult loaded = simhost::LoadSceneFile(room);
@@ -121,7 +121,7 @@ TEST_F(BakedColours, SampleRoom) {
     ExpectRoom(*scene);
 }
 
-TEST_F(BakedColours, RunOfTheDemo) {
+TEST_F(BakedColors, RunOfTheDemo) {
     const char* const file = std::getenv("BRIMWAVE_DEMO_FBX");
     if (!file || !*file)
         GTEST_SKIP() << "BRIMWAVE_DEMO_FBX names no FBX file of the demo";
@@ -130,7 +130,7 @@ TEST_F(BakedColours, RunOfTheDemo) {
     ExpectRoom(*scene);
 }
 
-TEST_F(BakedColours, TenThousandElementsReadBackAreSpreadEvenly) {
+TEST_F(BakedColors, TenThousandElementsReadBackAreSpreadEvenly) {
     nlohmann::json scene = EmptyScene();
     scene["nodes"] = {{{"name", "squares"},
                        {"object", Squares(10000)},

@@ -1,6 +1,7 @@
-#include "pipeline/vertex_colour_bake.h"
+#include "pipeline/vertex_color_bake.h"
 
 #include "host/attempt.h"
+#include "host/material_ids.h"
 #include "host/modifier_stack.h"
 #include "host/params.h"
 #include "host/scene_walk.h"
@@ -10,7 +11,6 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 
 namespace brimwave {
 namespace {
@@ -37,15 +37,7 @@ struct ObjectUsers {
 };
 
 /// Nodes of one object that get the same colours; the first stands for all.
-using ColourGroup = std::vector<ChoosingNode>;
-
-std::set<MtlID> IdsOf(const Mesh& mesh) {
-    std::set<MtlID> ids;
-    for (int f = 0; f < mesh.getNumFaces(); ++f)
-        if (f == 0 || mesh.faces[f].getMatID() != mesh.faces[f - 1].getMatID())
-            ids.insert(mesh.faces[f].getMatID());
-    return ids;
-}
+using ColorGroup = std::vector<ChoosingNode>;
 
 class SceneBake {
   public:
@@ -97,7 +89,7 @@ class SceneBake {
             Skip(users.nodes, L"it cannot become a mesh");
             return;
         }
-        const std::vector<ColourGroup> groups = GroupByColours(users, IdsOf(*mesh));
+        const std::vector<ColorGroup> groups = GroupByColors(users, idFinder_.Collect(*mesh));
         const std::vector<std::wstring> modifiers = ModifierNamesOf(users.object);
         const bool displaced =
             std::any_of(modifiers.begin(), modifiers.end(), [](const std::wstring& name) {
@@ -105,7 +97,7 @@ class SceneBake {
             });
         const bool inPlace = source.IsTheObject() && groups.size() == 1 &&
                              users_[users.object] == static_cast<int>(groups[0].size());
-        for (const ColourGroup& group : groups)
+        for (const ColorGroup& group : groups)
             if (displaced)
                 Skip(group, L"a mesh of its own would lose its displacement");
             else if (!Attempt([&] { BakeGroup(source, modifiers, group, inPlace); }))
@@ -121,10 +113,10 @@ class SceneBake {
     }
 
     /// The nodes that show a map that chooses on any face, by what they get.
-    std::vector<ColourGroup> GroupByColours(const ObjectUsers& users, const std::set<MtlID>& ids) {
+    std::vector<ColorGroup> GroupByColors(const ObjectUsers& users, const std::vector<MtlID>& ids) {
         using Key = std::pair<Mtl*, std::vector<std::uint32_t>>;
         std::map<Key, size_t> places;
-        std::vector<ColourGroup> groups;
+        std::vector<ColorGroup> groups;
         for (const ChoosingNode& user : users.nodes) {
             Key key{user.material, {}};
             if (!AddOwn(user, ids, key.second))
@@ -139,7 +131,7 @@ class SceneBake {
 
     /// Adds what makes the node's colours its own: the few that it can have when it is chosen for
     /// by object alone, else its handle. False when no face shows a map that chooses.
-    bool AddOwn(const ChoosingNode& user, const std::set<MtlID>& ids,
+    bool AddOwn(const ChoosingNode& user, const std::vector<MtlID>& ids,
                 std::vector<std::uint32_t>& own) {
         bool any = false;
         for (const MtlID id : ids) {
@@ -152,26 +144,26 @@ class SceneBake {
                 own.assign(1, user.handle);
                 return true;
             }
-            const ChoiceColour colour = Choose(*choice, {.object = user.handle, .materialId = id});
-            own.insert(own.end(), {colour.choice, colour.count, colour.variation});
+            const ChoiceColor color = Choose(*choice, {.object = user.handle, .materialId = id});
+            own.insert(own.end(), {color.choice, color.count, color.variation});
         }
         return any;
     }
 
     void BakeGroup(const MeshSource& source, const std::vector<std::wstring>& modifiers,
-                   const ColourGroup& group, bool inPlace) {
+                   const ColorGroup& group, bool inPlace) {
         Mesh& mesh = *source.Get();
         const ChoosingNode& first = group.front();
         const PaintedFaces painted = PaintFaces(
             mesh, first.handle, [&](MtlID id) { return maps_.For(*first.material, id); });
         const std::wstring name = Described(group);
-        if (inPlace && CarriesColours(mesh, painted)) {
+        if (inPlace && CarriesColors(mesh, painted)) {
             Log(SYSLOG_INFO, name + L": carries its colours already.");
             Succeeded(group);
             return;
         }
-        const bool replaces = HasColours(mesh);
-        if (replaces && maps_.ShowsVertexColours(*first.material)) {
+        const bool replaces = HasColors(mesh);
+        if (replaces && maps_.ShowsVertexColors(*first.material)) {
             Skip(group, L"its material shows the vertex colours that it has");
             return;
         }
@@ -189,14 +181,14 @@ class SceneBake {
 
     /// Nodes may keep a shallow copy of the mesh: they have to hear of the change.
     static bool WriteInPlace(const MeshSource& source, const PaintedFaces& painted) {
-        const bool written = WriteColours(*source.Get(), painted);
+        const bool written = WriteColors(*source.Get(), painted);
         source.TellOfChange();
         return written;
     }
 
-    static bool WriteCopy(const Mesh& mesh, const PaintedFaces& painted, const ColourGroup& group) {
+    static bool WriteCopy(const Mesh& mesh, const PaintedFaces& painted, const ColorGroup& group) {
         const NewTriObject copy = CopyToObject(mesh);
-        if (!copy || !WriteColours(copy->GetMesh(), painted))
+        if (!copy || !WriteColors(copy->GetMesh(), painted))
             return false;
         for (const ChoosingNode& user : group)
             user.node->SetObjectRef(copy.get());
@@ -219,17 +211,17 @@ class SceneBake {
         if (painted.elements > 0)
             line += L" in " + std::to_wstring(painted.elements) + L" elements";
         Log(SYSLOG_INFO,
-            line + L", " + std::to_wstring(painted.colours.size()) + L" different colours.");
+            line + L", " + std::to_wstring(painted.colors.size()) + L" different colours.");
     }
 
-    static std::wstring Described(const ColourGroup& nodes) {
+    static std::wstring Described(const ColorGroup& nodes) {
         const std::wstring name = L"\"" + NodeNameOrEmpty(*nodes.front().node) + L"\"";
         return nodes.size() == 1 ? name
                                  : name + L" and " + std::to_wstring(nodes.size() - 1) +
                                        L" more that share its mesh";
     }
 
-    void Succeeded(const ColourGroup& nodes) {
+    void Succeeded(const ColorGroup& nodes) {
         ++meshes_;
         nodes_ += nodes.size();
     }
@@ -241,6 +233,7 @@ class SceneBake {
 
     ParamReader params_;
     ChoiceMaps maps_{params_};
+    MaterialIdFinder idFinder_;
     std::unordered_map<Object*, int> users_;
     std::unordered_map<Object*, size_t> places_;
     std::vector<ObjectUsers> objects_;

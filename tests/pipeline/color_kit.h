@@ -32,7 +32,7 @@ struct Bytes {
     int choice = -1, count = -1, variation = -1;
     friend bool operator==(const Bytes&, const Bytes&) = default;
 };
-[[nodiscard]] std::vector<Bytes> FaceColours(INode& node);
+[[nodiscard]] std::vector<Bytes> FaceColors(INode& node);
 /// The choice of each face as a reader decodes it; -1 for none.
 [[nodiscard]] std::vector<int> FaceChoices(INode& node);
 

@@ -1,10 +1,10 @@
 // What the bake does to the scene: whose mesh it writes, what it keeps, what it says.
-#include "pipeline/vertex_colour_bake.h"
+#include "pipeline/vertex_color_bake.h"
 
 #include "pipeline/random_choice.h"
 #include "simhost/scene/objects.h"
 #include "simhost/scene/snapshot.h"
-#include "tests/pipeline/colour_kit.h"
+#include "tests/pipeline/color_kit.h"
 
 #include <gmock/gmock.h>
 
@@ -22,7 +22,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-class VertexColourBake : public ::testing::Test {
+class VertexColorBake : public ::testing::Test {
   protected:
     void SetUp() override {
         scene = EmptyScene();
@@ -50,7 +50,7 @@ class VertexColourBake : public ::testing::Test {
     static INode& Node(const wchar_t* name) { return *NodeNamed(name); }
 
     static void ExpectBaked(const wchar_t* name, int count = 4) {
-        EXPECT_THAT(FaceColours(Node(name)), Each(::testing::Field(&Bytes::count, count)));
+        EXPECT_THAT(FaceColors(Node(name)), Each(::testing::Field(&Bytes::count, count)));
         EXPECT_THAT(FaceChoices(Node(name)), Each(Ge(0)));
         EXPECT_THAT(FaceChoices(Node(name)), ::testing::Not(IsEmpty()));
     }
@@ -59,7 +59,7 @@ class VertexColourBake : public ::testing::Test {
     json scene;
 };
 
-TEST_F(VertexColourBake, TenThousandElementsAreSpreadEvenly) {
+TEST_F(VertexColorBake, TenThousandElementsAreSpreadEvenly) {
     for (const int maps : {3, 10}) {
         scene["materials"]["random"] = Shows(MultiTexture(maps, byElement, 12345));
         scene["objects"]["mesh"] = Squares(10000);
@@ -82,17 +82,17 @@ TEST_F(VertexColourBake, TenThousandElementsAreSpreadEvenly) {
     }
 }
 
-TEST_F(VertexColourBake, SameSceneSameColours) {
+TEST_F(VertexColorBake, SameSceneSameColors) {
     AddNode("a", "mesh", "random");
     OpenAndBake();
-    const std::vector<Bytes> first = FaceColours(Node(L"a"));
+    const std::vector<Bytes> first = FaceColors(Node(L"a"));
     OpenAndBake();
-    EXPECT_EQ(FaceColours(Node(L"a")), first);
+    EXPECT_EQ(FaceColors(Node(L"a")), first);
     EXPECT_THAT(Bake(), Contains(HasSubstr(L"carries its colours already")));
-    EXPECT_EQ(FaceColours(Node(L"a")), first);
+    EXPECT_EQ(FaceColors(Node(L"a")), first);
 }
 
-TEST_F(VertexColourBake, WritesAnEditableMeshInPlaceAndKeepsTheRest) {
+TEST_F(VertexColorBake, WritesAnEditableMeshInPlaceAndKeepsTheRest) {
     scene["objects"]["mesh"]["mesh"]["alpha"] = {{"values", json::array({{0.5, 0.5, 0.5}})},
                                                  {"triangles", std::vector<int>(48, 0)}};
     AddNode("a", "mesh", "random");
@@ -129,7 +129,7 @@ TEST_F(VertexColourBake, WritesAnEditableMeshInPlaceAndKeepsTheRest) {
         EXPECT_EQ(after.tVerts[i], before.tVerts[i]);
 }
 
-TEST_F(VertexColourBake, LeavesAloneWhatShowsNoSuchMap) {
+TEST_F(VertexColorBake, LeavesAloneWhatShowsNoSuchMap) {
     AddNode("plain", "mesh", "plain");
     AddNode("none", "mesh", nullptr);
     AddNode("lamp", {{"class", "Omni"}}, "random");
@@ -141,7 +141,7 @@ TEST_F(VertexColourBake, LeavesAloneWhatShowsNoSuchMap) {
     EXPECT_EQ(simhost::SnapshotScene(), before);
 }
 
-TEST_F(VertexColourBake, HarmsNobodyWhoSharesTheMesh) {
+TEST_F(VertexColorBake, HarmsNobodyWhoSharesTheMesh) {
     scene["materials"]["other"] = Shows(MultiTexture(5, byElement));
     scene["objects"]["reference"] = {{"base", "mesh"}, {"modifiers", {{{"class", "UVW Map"}}}}};
     AddNode("a", "mesh", "random");
@@ -163,7 +163,7 @@ TEST_F(VertexColourBake, HarmsNobodyWhoSharesTheMesh) {
     EXPECT_EQ(ShownMesh(Node(L"reference"))->getNumVertCol(), 0);
 }
 
-TEST_F(VertexColourBake, InstancesChooseForThemselvesOnlyByObject) {
+TEST_F(VertexColorBake, InstancesChooseForThemselvesOnlyByObject) {
     scene["materials"]["random"] = Shows(MultiTexture(2, byObject));
     for (int i = 0; i < 12; ++i)
         AddNode(("chair " + std::to_string(i)).c_str(), "mesh", "random");
@@ -187,11 +187,11 @@ TEST_F(VertexColourBake, InstancesChooseForThemselvesOnlyByObject) {
     OpenAndBake();
     std::set<int> variations;
     for (INode* const node : AllNodes())
-        variations.insert(FaceColours(*node).at(0).variation);
+        variations.insert(FaceColors(*node).at(0).variation);
     EXPECT_GT(variations.size(), 8u);
 }
 
-TEST_F(VertexColourBake, OtherObjectsBecomeMeshes) {
+TEST_F(VertexColorBake, OtherObjectsBecomeMeshes) {
     const json poly = {{"class", "Editable Poly"}, {"mesh", SquaresMesh(3)}};
     const json raise = {{"class", "XForm"},
                         {"matrix", {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 9}}}};
@@ -213,7 +213,7 @@ TEST_F(VertexColourBake, OtherObjectsBecomeMeshes) {
     EXPECT_GT(std::set<int>(sides.begin(), sides.end()).size(), 3u);
 }
 
-TEST_F(VertexColourBake, SkipsWhatItWouldSpoilAndSaysSo) {
+TEST_F(VertexColorBake, SkipsWhatItWouldSpoilAndSaysSo) {
     const json displaced = {{"modifiers", {{{"class", "CoronaDisplacementMod"}}}}};
     const json warped = {{"modifiers", {{{"class", "UVW Map"}}}},
                          {"space_modifiers", {{{"class", "XForm"}}}}};
@@ -222,15 +222,15 @@ TEST_F(VertexColourBake, SkipsWhatItWouldSpoilAndSaysSo) {
     broken["throws"] = {"ConvertToType"};
     scene["materials"]["shows colours"] = Shows(MultiTexture(4, byElement));
     scene["materials"]["shows colours"]["params"]["bump_map"] = {{"class", "Vertex Color"}};
-    json coloured = Squares(1);
-    coloured["mesh"]["colors"] = {{"values", json::array({{0.25, 0.5, 1}})},
-                                  {"triangles", {0, 0, 0, 0, 0, 0}}};
+    json colored = Squares(1);
+    colored["mesh"]["colors"] = {{"values", json::array({{0.25, 0.5, 1}})},
+                                 {"triangles", {0, 0, 0, 0, 0, 0}}};
     AddNode("displaced", Squares(2), "random", displaced);
     AddNode("warped", Squares(2), "random", warped);
     AddNode("solid", solid, "random");
     AddNode("broken", broken, "random");
-    AddNode("showing", coloured, "shows colours");
-    AddNode("coloured", coloured, "random");
+    AddNode("showing", colored, "shows colours");
+    AddNode("coloured", colored, "random");
     AddNode("fine", Squares(2), "random");
     const std::vector<std::wstring> lines = OpenAndBake();
     ExpectBaked(L"fine");
@@ -245,11 +245,11 @@ TEST_F(VertexColourBake, SkipsWhatItWouldSpoilAndSaysSo) {
              L"Baked 2 mesh(es) of 2 object(s); 5 object(s) skipped.",
          })
         EXPECT_THAT(lines, Contains(line));
-    EXPECT_EQ(FaceColours(Node(L"showing"))[0], (Bytes{64, 128, 255}));
+    EXPECT_EQ(FaceColors(Node(L"showing"))[0], (Bytes{64, 128, 255}));
     EXPECT_EQ(std::wstring_view(Node(L"solid").EvalWorldState(0).obj->ClassName().data()), L"Box");
 }
 
-TEST_F(VertexColourBake, GoesOnPastWhatThrows) {
+TEST_F(VertexColorBake, GoesOnPastWhatThrows) {
     for (const char* kind : {"std", "other"}) {
         scene["nodes"].clear();
         const bool other = kind == std::string("other");

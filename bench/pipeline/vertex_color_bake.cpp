@@ -1,8 +1,8 @@
 // The bake of random choices into vertex colours: its cost for each face has to stay the same
 // however large the mesh is.
-#include "pipeline/vertex_colour_bake.h"
+#include "pipeline/vertex_color_bake.h"
 
-#include "pipeline/choice_colours.h"
+#include "pipeline/choice_colors.h"
 #include "pipeline/mesh_elements.h"
 #include "simhost/core/host.h"
 #include "simhost/files/scene_file.h"

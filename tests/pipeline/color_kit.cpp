@@ -1,6 +1,6 @@
-#include "tests/pipeline/colour_kit.h"
+#include "tests/pipeline/color_kit.h"
 
-#include "pipeline/vertex_colour_bake.h"
+#include "pipeline/vertex_color_bake.h"
 #include "simhost/core/host.h"
 
 #include <gtest/gtest.h>
@@ -80,27 +80,27 @@ Mesh* ShownMesh(INode& node) {
     return shown ? &shown->GetMesh() : nullptr;
 }
 
-std::vector<Bytes> FaceColours(INode& node) {
-    std::vector<Bytes> colours;
+std::vector<Bytes> FaceColors(INode& node) {
+    std::vector<Bytes> colors;
     const Mesh* const mesh = ShownMesh(node);
     if (!mesh || !mesh->vertCol || !mesh->vcFace)
-        return colours;
+        return colors;
     for (int f = 0; f < mesh->getNumFaces(); ++f) {
         const TVFace& face = mesh->vcFace[f];
-        const VertColor colour = mesh->vertCol[face.t[0]];
+        const VertColor color = mesh->vertCol[face.t[0]];
         for (const DWORD corner : face.t)
-            EXPECT_EQ(mesh->vertCol[corner], colour) << "blended over face " << f;
+            EXPECT_EQ(mesh->vertCol[corner], color) << "blended over face " << f;
         const auto byte = [](float part) { return static_cast<int>(std::lround(part * 255)); };
-        colours.push_back({byte(colour.x), byte(colour.y), byte(colour.z)});
+        colors.push_back({byte(color.x), byte(color.y), byte(color.z)});
     }
-    return colours;
+    return colors;
 }
 
 std::vector<int> FaceChoices(INode& node) {
     std::vector<int> choices;
-    for (const Bytes& colour : FaceColours(node)) {
-        const auto decoded = testing::DecodeChoice(colour.choice / 255.0, colour.count / 255.0,
-                                                   colour.variation / 255.0);
+    for (const Bytes& color : FaceColors(node)) {
+        const auto decoded = testing::DecodeChoice(color.choice / 255.0, color.count / 255.0,
+                                                   color.variation / 255.0);
         choices.push_back(decoded ? decoded->choice : -1);
     }
     return choices;

@@ -10,16 +10,16 @@
 namespace brimwave {
 
 /// One face's choice, as three numbers of 8 bits.
-struct ChoiceColour {
+struct ChoiceColor {
     std::uint8_t choice = 0;    ///< 0..count-1
     std::uint8_t count = 0;     ///< 0: the face shows no map that chooses
     std::uint8_t variation = 0; ///< second random number; 0 where nothing varies
-    friend bool operator==(const ChoiceColour&, const ChoiceColour&) = default;
+    friend bool operator==(const ChoiceColor&, const ChoiceColor&) = default;
 };
 
 /// The colour: red, green and blue are the three numbers divided by 255, so that they survive
 /// being kept in 8 bits.
-[[nodiscard]] VertColor ColourOf(const ChoiceColour& choice);
+[[nodiscard]] VertColor ColorOf(const ChoiceColor& choice);
 
 /// What a face is, as far as a choice can depend on it.
 struct FaceItem {
@@ -39,11 +39,11 @@ struct FaceChoice {
 
 /// Depends on nothing but the rule, `varies` and those numbers of the item that the rule's scope
 /// names.
-[[nodiscard]] ChoiceColour Choose(const FaceChoice& choice, const FaceItem& item);
+[[nodiscard]] ChoiceColor Choose(const FaceChoice& choice, const FaceItem& item);
 
 /// The choices of all faces of a mesh: the distinct colours, and each face's place among them.
 struct PaintedFaces {
-    std::vector<ChoiceColour> colours;
+    std::vector<ChoiceColor> colors;
     std::vector<std::uint32_t> ofFace;
     std::uint32_t elements = 0; ///< 0 when no rule asked for them
 };
@@ -56,12 +56,12 @@ using ChoiceOfId = std::function<const FaceChoice*(MtlID)>;
                                       const ChoiceOfId& choiceOfId);
 
 /// Whether the mesh has vertex colours, and whether they are these already.
-[[nodiscard]] bool HasColours(const Mesh& mesh);
-[[nodiscard]] bool CarriesColours(const Mesh& mesh, const PaintedFaces& painted);
+[[nodiscard]] bool HasColors(const Mesh& mesh);
+[[nodiscard]] bool CarriesColors(const Mesh& mesh, const PaintedFaces& painted);
 
 /// Makes these the mesh's vertex colours. The three corners of a face share one colour that no
 /// neighbour of another choice has a part in. Everything else of the mesh stays as it is. False
 /// when the host refuses; the mesh is then without colours.
-[[nodiscard]] bool WriteColours(Mesh& mesh, const PaintedFaces& painted);
+[[nodiscard]] bool WriteColors(Mesh& mesh, const PaintedFaces& painted);
 
 } // namespace brimwave

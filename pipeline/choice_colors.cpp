@@ -1,4 +1,4 @@
-#include "pipeline/choice_colours.h"
+#include "pipeline/choice_colors.h"
 
 #include "pipeline/mesh_elements.h"
 
@@ -7,25 +7,25 @@
 namespace brimwave {
 namespace {
 
-std::uint32_t Packed(const ChoiceColour& colour) {
-    return std::uint32_t{colour.choice} << 16 | std::uint32_t{colour.count} << 8 | colour.variation;
+std::uint32_t Packed(const ChoiceColor& color) {
+    return std::uint32_t{color.choice} << 16 | std::uint32_t{color.count} << 8 | color.variation;
 }
 
 /// Gives every distinct colour a number, in order of first use.
 class Palette {
   public:
-    explicit Palette(std::vector<ChoiceColour>& colours) : colours_(colours) {}
+    explicit Palette(std::vector<ChoiceColor>& colors) : colors_(colors) {}
 
-    std::uint32_t NumberOf(const ChoiceColour& colour) {
+    std::uint32_t NumberOf(const ChoiceColor& color) {
         const auto [at, fresh] =
-            numbers_.emplace(Packed(colour), static_cast<std::uint32_t>(colours_.size()));
+            numbers_.emplace(Packed(color), static_cast<std::uint32_t>(colors_.size()));
         if (fresh)
-            colours_.push_back(colour);
+            colors_.push_back(color);
         return at->second;
     }
 
   private:
-    std::vector<ChoiceColour>& colours_;
+    std::vector<ChoiceColor>& colors_;
     std::unordered_map<std::uint32_t, std::uint32_t> numbers_;
 };
 
@@ -70,12 +70,12 @@ FaceItem Relevant(const FaceItem& item, const ChoiceScope& scope) {
 
 } // namespace
 
-VertColor ColourOf(const ChoiceColour& choice) {
+VertColor ColorOf(const ChoiceColor& choice) {
     return {static_cast<float>(choice.choice) / 255.0f, static_cast<float>(choice.count) / 255.0f,
             static_cast<float>(choice.variation) / 255.0f};
 }
 
-ChoiceColour Choose(const FaceChoice& choice, const FaceItem& item) {
+ChoiceColor Choose(const FaceChoice& choice, const FaceItem& item) {
     const ChoiceScope& scope = choice.rule.scope;
     RandomKey key(choice.rule.seed);
     if (scope.object)
@@ -86,12 +86,12 @@ ChoiceColour Choose(const FaceChoice& choice, const FaceItem& item) {
         key = key.With(RandomItem::Element, item.element);
     if (scope.face)
         key = key.With(RandomItem::Face, item.face);
-    ChoiceColour colour;
-    colour.count = static_cast<std::uint8_t>(choice.rule.choice.Count());
-    colour.choice = static_cast<std::uint8_t>(choice.rule.choice.Pick(key.Bits(RandomUse::Choice)));
+    ChoiceColor color;
+    color.count = static_cast<std::uint8_t>(choice.rule.choice.Count());
+    color.choice = static_cast<std::uint8_t>(choice.rule.choice.Pick(key.Bits(RandomUse::Choice)));
     if (choice.varies)
-        colour.variation = static_cast<std::uint8_t>(key.Bits(RandomUse::Variation) >> 56);
-    return colour;
+        color.variation = static_cast<std::uint8_t>(key.Bits(RandomUse::Variation) >> 56);
+    return color;
 }
 
 PaintedFaces PaintFaces(const Mesh& mesh, std::uint32_t object, const ChoiceOfId& choiceOfId) {
@@ -102,7 +102,7 @@ PaintedFaces PaintFaces(const Mesh& mesh, std::uint32_t object, const ChoiceOfId
         elements = FindMeshElements(mesh);
     painted.elements = elements.count;
 
-    Palette palette(painted.colours);
+    Palette palette(painted.colors);
     const FaceChoice* lastChoice = nullptr;
     FaceItem lastItem;
     std::uint32_t lastNumber = 0;
@@ -116,7 +116,7 @@ PaintedFaces PaintFaces(const Mesh& mesh, std::uint32_t object, const ChoiceOfId
             item = Relevant({object, id, elements.ofFace.empty() ? 0 : elements.ofFace[face], face},
                             choice->rule.scope);
         if (f == 0 || choice != lastChoice || item != lastItem)
-            lastNumber = palette.NumberOf(choice ? Choose(*choice, item) : ChoiceColour{});
+            lastNumber = palette.NumberOf(choice ? Choose(*choice, item) : ChoiceColor{});
         lastChoice = choice;
         lastItem = item;
         painted.ofFace.push_back(lastNumber);
@@ -124,16 +124,16 @@ PaintedFaces PaintFaces(const Mesh& mesh, std::uint32_t object, const ChoiceOfId
     return painted;
 }
 
-bool HasColours(const Mesh& mesh) {
+bool HasColors(const Mesh& mesh) {
     return mesh.getNumVertCol() > 0 && mesh.vertCol && mesh.vcFace;
 }
 
-bool CarriesColours(const Mesh& mesh, const PaintedFaces& painted) {
-    if (!HasColours(mesh) || painted.ofFace.size() != static_cast<size_t>(mesh.getNumFaces()))
+bool CarriesColors(const Mesh& mesh, const PaintedFaces& painted) {
+    if (!HasColors(mesh) || painted.ofFace.size() != static_cast<size_t>(mesh.getNumFaces()))
         return false;
     const auto count = static_cast<DWORD>(mesh.getNumVertCol());
     for (size_t f = 0; f < painted.ofFace.size(); ++f) {
-        const VertColor wanted = ColourOf(painted.colours[painted.ofFace[f]]);
+        const VertColor wanted = ColorOf(painted.colors[painted.ofFace[f]]);
         for (const DWORD corner : mesh.vcFace[f].t)
             if (corner >= count || !(mesh.vertCol[corner] == wanted))
                 return false;
@@ -141,18 +141,18 @@ bool CarriesColours(const Mesh& mesh, const PaintedFaces& painted) {
     return true;
 }
 
-bool WriteColours(Mesh& mesh, const PaintedFaces& painted) {
+bool WriteColors(Mesh& mesh, const PaintedFaces& painted) {
     const auto faces = static_cast<int>(painted.ofFace.size());
-    if (!mesh.setNumVertCol(static_cast<int>(painted.colours.size())) ||
-        !mesh.setNumVCFaces(faces) || !HasColours(mesh)) {
+    if (!mesh.setNumVertCol(static_cast<int>(painted.colors.size())) ||
+        !mesh.setNumVCFaces(faces) || !HasColors(mesh)) {
         mesh.setNumVertCol(0);
         return false;
     }
-    for (size_t i = 0; i < painted.colours.size(); ++i)
-        mesh.vertCol[i] = ColourOf(painted.colours[i]);
+    for (size_t i = 0; i < painted.colors.size(); ++i)
+        mesh.vertCol[i] = ColorOf(painted.colors[i]);
     for (size_t f = 0; f < painted.ofFace.size(); ++f) {
-        const DWORD colour = painted.ofFace[f];
-        mesh.vcFace[f].setTVerts(colour, colour, colour);
+        const DWORD color = painted.ofFace[f];
+        mesh.vcFace[f].setTVerts(color, color, color);
     }
     return true;
 }
