@@ -1,6 +1,6 @@
-"""Draws the sample room's small textures and its photometric file (plain Python, no packages).
+"""Draws the sample room's small textures (plain Python, no packages).
 
-usage: make_textures.py    writes textures/*.png and downlight.ies beside itself
+usage: make_textures.py    writes textures/*.png beside itself
 """
 
 import math
@@ -37,12 +37,9 @@ def waves(seed, count):
         for _ in range(count)
     ]
     total = sum(p[3] for p in parts)
-
-    def value(u, v):
-        turn = math.tau
-        return sum(w * math.sin(turn * (a * u + b * v) + f) for a, b, f, w in parts) / total
-
-    return value
+    return lambda u, v: (
+        sum(w * math.sin(math.tau * (a * u + b * v) + f) for a, b, f, w in parts) / total
+    )
 
 
 def wood(dark, light, seed):
@@ -97,35 +94,21 @@ def scratches(u, v):
     return t, t, t
 
 
-IES = """IESNA:LM-63-2002
-[TEST] sample room, made for this project
-[MANUFAC] Brimwave Platform
-[LUMINAIRE] Round downlight, 60 degree beam
-TILT=NONE
-1 900 1 7 1 1 2 0.1 0.1 0
-1 1 12
-0 15 30 45 60 75 90
-0
-1450 1310 820 260 60 12 0
-"""
-
-
-def main():
-    (HERE / "textures").mkdir(exist_ok=True)
-    write_png("oak_1.png", 64, wood((0.42, 0.27, 0.15), (0.60, 0.42, 0.26), 1))
-    write_png("oak_2.png", 64, wood((0.38, 0.24, 0.13), (0.55, 0.38, 0.23), 2))
-    write_png("oak_3.png", 64, wood((0.47, 0.31, 0.18), (0.66, 0.48, 0.31), 3))
-    write_png("walnut.png", 64, wood((0.20, 0.12, 0.07), (0.36, 0.23, 0.14), 4))
-    write_png("fabric_blue.png", 64, weave((0.16, 0.24, 0.38), 0.25))
-    write_png("fabric_red.png", 64, weave((0.45, 0.13, 0.11), 0.25))
-    write_png("bricks.png", 64, bricks)
-    write_png("pebbles_normal.png", 64, pebble_normals)
-    write_png("landscape.png", 64, landscape)
-    write_png("sky.png", 64, sky)
-    write_png("scratches.png", 64, scratches)
-    write_png("книга.png", 32, weave((0.30, 0.32, 0.22), 0.1))
-    (HERE / "downlight.ies").write_bytes(IES.replace("\n", "\r\n").encode("ascii"))
-
+TEXTURES = {
+    "oak_1.png": wood((0.42, 0.27, 0.15), (0.60, 0.42, 0.26), 1),
+    "oak_2.png": wood((0.38, 0.24, 0.13), (0.55, 0.38, 0.23), 2),
+    "oak_3.png": wood((0.47, 0.31, 0.18), (0.66, 0.48, 0.31), 3),
+    "walnut.png": wood((0.20, 0.12, 0.07), (0.36, 0.23, 0.14), 4),
+    "fabric_blue.png": weave((0.16, 0.24, 0.38), 0.25),
+    "fabric_red.png": weave((0.45, 0.13, 0.11), 0.25),
+    "bricks.png": bricks,
+    "pebbles_normal.png": pebble_normals,
+    "landscape.png": landscape,
+    "sky.png": sky,
+    "scratches.png": scratches,
+    "книга.png": weave((0.30, 0.32, 0.22), 0.1),
+}
 
 if __name__ == "__main__":
-    main()
+    for name, shade in TEXTURES.items():
+        write_png(name, 32 if name == "книга.png" else 64, shade)

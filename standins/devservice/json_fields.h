@@ -12,7 +12,7 @@ namespace devservice {
 
 class JsonFieldError : public std::runtime_error {
   public:
-    explicit JsonFieldError(const std::string& text) : std::runtime_error(text) {}
+    using std::runtime_error::runtime_error;
 };
 
 /// The array member `key`; empty when it is missing.

@@ -42,7 +42,7 @@ void Run(const Options& options) {
     const sigset_t signals = BlockEndSignals();
     Service service(options.accounts, options.jobs);
     const Ports ports(service, options);
-    const std::string ready = ports.Describe().dump();
+    const std::string ready = ports.Description().dump();
     std::printf("%s\n", ready.c_str());
     std::fflush(stdout);
     if (!options.readyFile.empty())

@@ -2,7 +2,10 @@
 
 #include "devservice/start_error.h"
 
+#include <algorithm>
 #include <charconv>
+#include <string_view>
+#include <utility>
 
 namespace devservice {
 namespace {
@@ -15,15 +18,15 @@ std::uint16_t ParsePort(const std::string& option, const std::string& text) {
     return port;
 }
 
-void Require(const char* option, const std::filesystem::path& value) {
-    if (value.empty())
-        throw StartError(std::string(option) + " is missing (--help shows the options)");
-}
-
 } // namespace
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
     Options options;
+    const std::pair<std::string_view, std::filesystem::path*> paths[] = {
+        {"--accounts", &options.accounts},
+        {"--state", &options.state},
+        {"--jobs", &options.jobs},
+        {"--ready-file", &options.readyFile}};
     for (auto it = arguments.begin(); it != arguments.end(); ++it) {
         const std::string& name = *it;
         const auto value = [&]() -> const std::string& {
@@ -31,18 +34,13 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
                 throw StartError(name + " needs a value");
             return *it;
         };
-        if (name == "--http-port")
+        const auto* path = std::ranges::find(paths, name, [](const auto& p) { return p.first; });
+        if (path != std::end(paths))
+            *path->second = value();
+        else if (name == "--http-port")
             options.httpPort = ParsePort(name, value());
         else if (name == "--https-port")
             options.httpsPort = ParsePort(name, value());
-        else if (name == "--accounts")
-            options.accounts = value();
-        else if (name == "--state")
-            options.state = value();
-        else if (name == "--jobs")
-            options.jobs = value();
-        else if (name == "--ready-file")
-            options.readyFile = value();
         else if (name == "--tls-faults")
             options.tlsFaults = true;
         else if (name == "--help" || name == "-h")
@@ -50,10 +48,9 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         else
             throw StartError("unknown option '" + name + "' (--help shows the options)");
     }
-    if (!options.help) {
-        Require("--accounts", options.accounts);
-        Require("--state", options.state);
-        Require("--jobs", options.jobs);
+    for (const auto& [name, path] : paths) {
+        if (!options.help && path->empty() && path != &options.readyFile)
+            throw StartError(std::string(name) + " is missing (--help shows the options)");
     }
     return options;
 }

@@ -1,7 +1,5 @@
 #include "devservice/ports.h"
 
-#include <nlohmann/json.hpp>
-
 #include <unistd.h>
 
 namespace devservice {
@@ -18,15 +16,17 @@ const ServerCertificate goodCertificate{.alternativeNames = "DNS:localhost,IP:12
 
 } // namespace
 
-Ports::Ports(Service& service, const Options& options)
-    : service_(service), authority_(std::filesystem::absolute(options.state / "ca.pem")),
-      jobs_(std::filesystem::absolute(options.jobs)) {
+Ports::Ports(Service& service, const Options& options) : service_(service) {
     const Identity authority = LoadOrMakeAuthority(options.state);
     // The server's own certificate is made anew at each start, so that it never runs out.
     const Identity server = MakeServer(authority, goodCertificate);
     WriteIdentity(options.state, "server", server);
-    http_ = Open(nullptr, options.httpPort, threadsPerPort);
-    https_ = Open(MakeTlsContext(server, authority), options.httpsPort, threadsPerPort);
+    description_["http"] = Open(nullptr, options.httpPort, threadsPerPort);
+    description_["https"] =
+        Open(MakeTlsContext(server, authority), options.httpsPort, threadsPerPort);
+    description_["ca"] = std::filesystem::absolute(options.state / "ca.pem").string();
+    description_["jobs"] = std::filesystem::absolute(options.jobs).string();
+    description_["pid"] = ::getpid();
     if (options.tlsFaults)
         OpenFaulty(authority);
 }
@@ -43,7 +43,7 @@ int Ports::Open(OpenSslPtr<SSL_CTX> tls, std::uint16_t port, std::size_t threads
 
 void Ports::OpenFaulty(const Identity& authority) {
     const auto open = [&](const char* name, OpenSslPtr<SSL_CTX> tls) {
-        faulty_.emplace_back(name, Open(std::move(tls), 0, threadsPerFaultyPort));
+        description_["tls_faults"][name] = Open(std::move(tls), 0, threadsPerFaultyPort);
     };
     ServerCertificate expired = goodCertificate;
     expired.validFromDays = -30;
@@ -52,17 +52,6 @@ void Ports::OpenFaulty(const Identity& authority) {
     open("unknown_authority", TlsFor(MakeAuthority("Nobody's authority"), goodCertificate));
     open("expired", TlsFor(authority, expired));
     open("plain", nullptr); // for clients that are told it speaks TLS
-}
-
-nlohmann::ordered_json Ports::Describe() const {
-    nlohmann::ordered_json ready{{"http", http_},
-                                 {"https", https_},
-                                 {"ca", authority_.string()},
-                                 {"jobs", jobs_.string()},
-                                 {"pid", ::getpid()}};
-    for (const auto& [name, port] : faulty_)
-        ready["tls_faults"][name] = port;
-    return ready;
 }
 
 } // namespace devservice

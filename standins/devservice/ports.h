@@ -3,7 +3,7 @@
 #include "devservice/options.h"
 #include "devservice/service.h"
 
-#include <nlohmann/json_fwd.hpp>
+#include <nlohmann/json.hpp>
 
 #include <memory>
 #include <vector>
@@ -19,7 +19,7 @@ class Ports {
 
     /// {"http": port, "https": port, "ca": path, "jobs": folder, "pid": ...}, and with faulty
     /// ports "tls_faults": {"wrong_name", "unknown_authority", "expired", "plain"}.
-    [[nodiscard]] nlohmann::ordered_json Describe() const;
+    [[nodiscard]] const nlohmann::ordered_json& Description() const { return description_; }
 
   private:
     int Open(OpenSslPtr<SSL_CTX> tls, std::uint16_t port, std::size_t threads);
@@ -27,11 +27,7 @@ class Ports {
 
     Service& service_;
     std::vector<std::unique_ptr<HttpFront>> fronts_;
-    std::vector<std::pair<std::string, int>> faulty_;
-    int http_ = 0;
-    int https_ = 0;
-    std::filesystem::path authority_;
-    std::filesystem::path jobs_;
+    nlohmann::ordered_json description_;
 };
 
 } // namespace devservice

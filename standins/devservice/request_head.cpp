@@ -20,16 +20,12 @@ constexpr char Lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
-bool SameName(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return Lower(x) == Lower(y); });
-}
-
 } // namespace
 
 std::string RequestHead::Value(std::string_view name) const {
     for (const auto& line : headerLines) {
-        if (auto [key, value] = SplitHeader(line); SameName(key, name))
+        auto [key, value] = SplitHeader(line);
+        if (std::ranges::equal(key, name, {}, Lower, Lower))
             return std::move(value);
     }
     return {};

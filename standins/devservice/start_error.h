@@ -8,7 +8,7 @@ namespace devservice {
 /// started it and names the file, port or option.
 class StartError : public std::runtime_error {
   public:
-    explicit StartError(const std::string& text) : std::runtime_error(text) {}
+    using std::runtime_error::runtime_error;
 };
 
 } // namespace devservice

@@ -1,8 +1,9 @@
 #include "sceneconv/fbx_records.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
-#include <limits>
+#include <cstring>
 #include <stdexcept>
 
 namespace sceneconv {
@@ -41,39 +42,36 @@ const FbxRecord* FbxRecord::Child(std::string_view childName) const {
     return found == children.end() ? nullptr : &*found;
 }
 
+template <typename T>
+const T* FbxValues::Find(std::size_t index) const {
+    return index < values.size() ? std::get_if<T>(&values[index]) : nullptr;
+}
+
 std::string FbxValues::Text(std::size_t index) const {
-    const auto* text = index < values.size() ? std::get_if<std::string>(&values[index]) : nullptr;
+    const auto* text = Find<std::string>(index);
     return text ? *text : std::string();
 }
 
 double FbxValues::Number(std::size_t index) const {
-    if (index >= values.size())
-        return 0;
-    if (const auto* real = std::get_if<double>(&values[index]))
-        return *real;
-    const auto* whole = std::get_if<std::int64_t>(&values[index]);
-    return whole ? static_cast<double>(*whole) : 0;
+    const auto* real = Find<double>(index);
+    const auto* whole = Find<std::int64_t>(index);
+    return real ? *real : whole ? static_cast<double>(*whole) : 0;
 }
 
 std::int64_t FbxValues::Integer(std::size_t index) const {
-    if (index >= values.size())
-        return 0;
-    if (const auto* whole = std::get_if<std::int64_t>(&values[index]))
-        return *whole;
-    const auto* real = std::get_if<double>(&values[index]);
     constexpr double limit = 9.0e18;
-    return real && *real > -limit && *real < limit ? static_cast<std::int64_t>(*real) : 0;
+    if (const auto* real = Find<double>(index))
+        return *real > -limit && *real < limit ? static_cast<std::int64_t>(*real) : 0;
+    const auto* whole = Find<std::int64_t>(index);
+    return whole ? *whole : 0;
 }
 
 FbxHead ReadFbxHead(std::string_view bytes) {
     FbxHead head;
     if (bytes.substr(0, binaryMagic.size()) == binaryMagic && bytes.size() >= 27) {
         head.isFbx = head.isBinary = true;
-        for (int i = 3; i >= 0; --i) {
-            head.version =
-                head.version << 8 |
-                static_cast<unsigned char>(bytes[binaryMagic.size() + static_cast<std::size_t>(i)]);
-        }
+        static_assert(std::endian::native == std::endian::little);
+        std::memcpy(&head.version, bytes.data() + binaryMagic.size(), sizeof head.version);
         return head;
     }
     const std::string_view start = bytes.substr(0, 1024);

@@ -21,6 +21,10 @@ struct FbxValues {
     [[nodiscard]] std::string Text(std::size_t index = 0) const;
     [[nodiscard]] double Number(std::size_t index = 0) const;
     [[nodiscard]] std::int64_t Integer(std::size_t index = 0) const;
+
+  private:
+    template <typename T>
+    [[nodiscard]] const T* Find(std::size_t index) const;
 };
 
 struct FbxRecord : FbxValues {

@@ -10,12 +10,9 @@ Json Materials::OfNode(const SourceNode& node) {
     if (node.materials.size() == 1)
         return One(node.materials.front());
     Json subs = Json::array();
-    std::vector<std::string> key;
-    for (const MaterialSource& source : node.materials) {
+    for (const MaterialSource& source : node.materials)
         subs.push_back(One(source));
-        key.push_back(subs.back().dump());
-    }
-    const auto [place, isNew] = multis_.try_emplace(key);
+    const auto [place, isNew] = multis_.try_emplace(subs.dump());
     if (isNew) {
         Json ids = Json::array();
         for (std::size_t i = 0; i < subs.size(); ++i)

@@ -32,7 +32,7 @@ class Materials {
     Json materials_ = Json::object();
     Ids ids_;
     std::map<MaterialSource, Json> known_;
-    std::map<std::vector<std::string>, Json> multis_;
+    std::map<std::string, Json> multis_; ///< by the list of their sub-materials
 };
 
 /// The host's Physical Material for a material of any other origin.
