@@ -7,7 +7,7 @@
 #include "simhost/scene/objects.h"
 #include "simhost/scene/scene.h"
 #include "triobj.h"
-#include "units.h"
+#include <units.h>
 
 #include <algorithm>
 #include <cstdarg>

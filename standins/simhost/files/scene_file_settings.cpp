@@ -1,6 +1,6 @@
 // The settings of the scene and of the host around it.
 #include "simhost/files/scene_file_loader.h"
-#include "units.h"
+#include <units.h>
 
 namespace simhost {
 
