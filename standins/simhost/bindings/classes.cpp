@@ -77,23 +77,26 @@ void RegisterClasses(Interpreter& in) {
     in.DefineClass(L"node", L"MAXWrapper");
     for (const SClass_ID kind :
          {GEOMOBJECT_CLASS_ID, SHAPE_CLASS_ID, LIGHT_CLASS_ID, CAMERA_CLASS_ID, HELPER_CLASS_ID,
-          SYSTEM_CLASS_ID, WSM_OBJECT_CLASS_ID})
+          SYSTEM_CLASS_ID, WSM_OBJECT_CLASS_ID}) {
         in.DefineClass(SuperClassNameOf(kind), L"node");
+    }
     in.DefineClass(L"material", L"MAXWrapper");
     in.DefineClass(L"textureMap", L"material"); // the host's own chain, odd as it is
     for (const SClass_ID kind : {OSM_CLASS_ID, WSM_CLASS_ID, RENDERER_CLASS_ID, TEXOUTPUT_CLASS_ID,
-                                 UVGEN_CLASS_ID, SHADER_KIND, REF_TARGET_CLASS_ID})
+                                 UVGEN_CLASS_ID, SHADER_KIND, REF_TARGET_CLASS_ID}) {
         in.DefineClass(SuperClassNameOf(kind), L"MAXWrapper");
+    }
     for (const ClassPtr& info : AllClasses()) {
         if (info->scriptName.empty())
             continue;
         const std::wstring super = SuperClassNameOf(info->kind);
         ClassObject& entry = in.DefineClass(info->scriptName, super);
         // Classes of different kinds can share a name; the first one has it.
-        if (!entry.create && entry.Super() == super)
+        if (!entry.create && entry.Super() == super) {
             entry.create = [info](Interpreter& i, Arguments& args) {
                 return CreateInstance(i, info, args);
             };
+        }
     }
 }
 

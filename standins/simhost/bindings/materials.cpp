@@ -10,10 +10,10 @@
 namespace simhost::script {
 namespace {
 
-/// sceneMaterials: the materials that nodes use, by index or name.
+// sceneMaterials: the materials that nodes use, by index or name.
 class MaterialLibrary final : public Object {
   public:
-    void Print(Printer& printer, bool) const override { printer.Put(L"SceneMaterials"); }
+    void Print(Printer& printer, bool) const override { printer.Append(L"SceneMaterials"); }
     [[nodiscard]] std::wstring ClassName() const override { return L"MaterialLibrary"; }
     [[nodiscard]] bool IsCollection() const override { return true; }
 
@@ -24,10 +24,11 @@ class MaterialLibrary final : public Object {
         const auto* name = index.As<StringObject>();
         if (!name)
             return FindItem(ToPosition(index)).value_or(Value());
-        for (int i = 0; i < Library().Count(); ++i)
+        for (int i = 0; i < Library().Count(); ++i) {
             if (MtlBase* mtl = Library()[i];
                 mtl && EqualNoCase(mtl->GetName().data(), name->Text()))
                 return WrapThing(mtl);
+        }
         return Value();
     }
     std::optional<Value> FindItem(size_t position) override {

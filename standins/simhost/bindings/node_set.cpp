@@ -11,7 +11,7 @@ class NodeSetValue final : public Object {
     NodeSetValue(std::wstring text, std::function<std::vector<SceneNode*>()> list, bool ofTree)
         : text_(std::move(text)), list_(std::move(list)), ofTree_(ofTree) {}
 
-    void Print(Printer& printer, bool) const override { printer.Put(text_); }
+    void Print(Printer& printer, bool) const override { printer.Append(text_); }
     [[nodiscard]] std::wstring ClassName() const override { return L"ObjectSet"; }
     [[nodiscard]] bool IsCollection() const override { return true; }
 

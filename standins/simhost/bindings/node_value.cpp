@@ -106,7 +106,7 @@ const NodeProperty* FindNodeProperty(const std::wstring& name) {
 
 void NodeValue::Print(Printer& printer, bool) const {
     if (!Exists()) {
-        printer.Put(L"<Deleted scene node>");
+        printer.Append(L"<Deleted scene node>");
         return;
     }
     SceneNode& node = Node();
@@ -120,11 +120,11 @@ void NodeValue::Print(Printer& printer, bool) const {
     const Point3 at = node.WorldTM().GetTrans();
     const std::wstring& name = node.Name();
     const bool plain = std::all_of(name.begin(), name.end(), IsWordUnit);
-    printer.Put(L"$" + className + L":" + (plain ? name : L"'" + name + L"'") + L" @ [");
+    printer.Append(L"$" + className + L":" + (plain ? name : L"'" + name + L"'") + L" @ [");
     wchar_t place[160];
     std::swprintf(place, std::size(place), L"%f,%f,%f]", static_cast<double>(at.x),
                   static_cast<double>(at.y), static_cast<double>(at.z));
-    printer.Put(place);
+    printer.Append(place);
 }
 
 std::wstring NodeValue::ClassName() const {

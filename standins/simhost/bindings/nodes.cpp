@@ -13,9 +13,10 @@ namespace {
 Value ReadPath(const std::wstring& pattern) {
     const auto named = [folded = Lower(pattern)] {
         std::vector<SceneNode*> nodes;
-        for (SceneNode* node : Scene::Current().AllNodes())
+        for (SceneNode* node : Scene::Current().AllNodes()) {
             if (MatchesWildcards(Lower(node->Name()), folded))
                 nodes.push_back(node);
+        }
         return nodes;
     };
     if (pattern.find_first_of(L"*?") != std::wstring::npos)

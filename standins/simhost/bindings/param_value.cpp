@@ -57,11 +57,12 @@ Scalar ToReference(ParamType2 type, const Value& value) {
     if (value.IsUndefined())
         return Ref<ReferenceTarget>();
     auto* thing = dynamic_cast<ReferenceTarget*>(ThingOf(value));
-    if (!thing || !FitsReference(type, thing))
+    if (!thing || !FitsReference(type, thing)) {
         RaiseConversion(value, type == TYPE_MTL      ? L"Material"
                                : type == TYPE_TEXMAP ? L"TextureMap"
                                : type == TYPE_INODE  ? L"<node>"
                                                      : L"MAXWrapper");
+    }
     return Ref<ReferenceTarget>(thing);
 }
 
@@ -70,9 +71,10 @@ Value FromScalar(ParamType2 type, const Scalar& scalar) {
         return Value::Float(*number * ScriptScale(type));
     if (const auto* number = std::get_if<int>(&scalar))
         return FromInt(type, *number);
-    if (const auto* p = std::get_if<Point3>(&scalar))
+    if (const auto* p = std::get_if<Point3>(&scalar)) {
         return FromVector(type, {p->x, p->y, p->z, IsColor(type) ? 1.0f : 0.0f},
                           VectorKind::Point3);
+    }
     if (const auto* p = std::get_if<Point4>(&scalar))
         return FromVector(type, *p, VectorKind::Point4);
     if (const auto* text = std::get_if<Text>(&scalar))
@@ -113,7 +115,7 @@ class TableValue final : public Object {
         std::vector<Value> items;
         for (int i = 0; i < Count(); ++i)
             items.push_back(At(i));
-        printer.Put(MakeArray(std::move(items)), nested);
+        printer.Append(MakeArray(std::move(items)), nested);
     }
     [[nodiscard]] std::wstring ClassName() const override { return L"ArrayParameter"; }
     [[nodiscard]] bool IsCollection() const override { return true; }

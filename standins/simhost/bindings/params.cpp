@@ -26,9 +26,10 @@ ParamPlace FindParam(const Entity& entity, const std::wstring& name) {
         if (!entity.Blocks()[b])
             continue;
         const auto& params = entity.Blocks()[b]->Shape().Params();
-        for (size_t i = 0; i < params.size(); ++i)
+        for (size_t i = 0; i < params.size(); ++i) {
             if (params[i].name && !params[i].name->empty() && Squeezed(*params[i].name) == wanted)
                 return {static_cast<int>(b), static_cast<int>(i), -1};
+        }
     }
     return {};
 }
@@ -51,7 +52,7 @@ class RampFlag final : public Object {
     RampFlag(Entity& ramp, int64_t number)
         : ramp_(Animatable::GetHandleByAnim(ramp.Self())), number_(number) {}
     void Print(Printer& printer, bool) const override {
-        printer.Put(L"SubAnim:Flag__" + std::to_wstring(number_));
+        printer.Append(L"SubAnim:Flag__" + std::to_wstring(number_));
     }
     [[nodiscard]] std::wstring ClassName() const override { return L"SubAnim"; }
     std::optional<Value> FindProperty(const std::wstring& name) override {
@@ -78,8 +79,9 @@ std::optional<Value> FindRampFlag(Entity& entity, const std::wstring& name) {
     const Value table = ReadParam(entity, positions);
     const int64_t count = table.AsObject()->FindProperty(L"count")->AsWhole();
     if (!number || !number->value.IsWhole() || number->value.AsWhole() < 1 ||
-        number->value.AsWhole() > count)
+        number->value.AsWhole() > count) {
         return std::nullopt;
+    }
     return Value(std::make_shared<RampFlag>(entity, number->value.AsWhole()));
 }
 
@@ -105,9 +107,10 @@ std::optional<Value> FindEntityProperty(Entity& entity, const std::wstring& name
     if (sub >= 0)
         return Value(); // an empty role
     // A material shows its shader's parameters as its own.
-    if (Entity* shader = EntityOf(entity.SubObject(L"shader")))
+    if (Entity* shader = EntityOf(entity.SubObject(L"shader"))) {
         if (auto property = FindEntityProperty(*shader, name))
             return property;
+    }
     return FindRampFlag(entity, name);
 }
 
@@ -123,11 +126,14 @@ bool SetEntityProperty(Entity& entity, const std::wstring& name, const Value& va
 }
 
 void CollectEntityProperties(const Entity& entity, std::vector<std::wstring>& names) {
-    for (const auto& block : entity.Blocks())
-        if (block)
-            for (const ParamSpec& param : block->Shape().Params())
+    for (const auto& block : entity.Blocks()) {
+        if (block) {
+            for (const ParamSpec& param : block->Shape().Params()) {
                 if (param.name && !param.name->empty())
                     names.push_back(*param.name);
+            }
+        }
+    }
 }
 
 } // namespace simhost::script

@@ -74,8 +74,9 @@ void RegisterServices(Interpreter& in) {
     in.Define(L"maxVersion", 0, 0, MaxVersion);
     in.Define(L"getDir", 1, 1, GetDir);
     for (const wchar_t* name :
-         {L"disableSceneRedraw", L"enableSceneRedraw", L"suspendEditing", L"resumeEditing"})
+         {L"disableSceneRedraw", L"enableSceneRedraw", L"suspendEditing", L"resumeEditing"}) {
         in.Define(name, 0, 0, [](Interpreter&, Arguments&) { return Value::Ok(); });
+    }
     in.Define(L"redrawViews", 0, 0, [](Interpreter&, Arguments&) {
         GetCOREInterface()->ForceCompleteRedraw();
         return Value::Ok();

@@ -82,18 +82,18 @@ std::wstring ScriptClassName(Animatable& thing) {
 
 void ThingValue::Print(Printer& printer, bool) const {
     if (!Exists()) {
-        printer.Put(L"<Deleted scene object>");
+        printer.Append(L"<Deleted scene object>");
         return;
     }
     try {
         Animatable& thing = Thing();
         const auto name = FindName(thing);
-        printer.Put(name ? TextOf(*name) : ScriptClassName(thing));
-        printer.Put(L":" + ScriptClassName(thing));
+        printer.Append(name ? TextOf(*name) : ScriptClassName(thing));
+        printer.Append(L":" + ScriptClassName(thing));
     } catch (const ScriptError&) {
         throw;
     } catch (...) { // a broken class must not hide the message that prints it
-        printer.Put(L"<unnamed scene object>");
+        printer.Append(L"<unnamed scene object>");
     }
 }
 
@@ -110,9 +110,10 @@ std::optional<Value> ThingValue::FindProperty(const std::wstring& name) {
         return FindName(thing);
     if (name == L"numsubs")
         return Value::Integer(thing.NumSubs());
-    if (Entity* entity = EntityOf(&thing))
+    if (Entity* entity = EntityOf(&thing)) {
         if (auto property = FindEntityProperty(*entity, name))
             return property;
+    }
     BitmapTex* bitmap = FileOwner(thing, name);
     if (!bitmap)
         return std::nullopt;

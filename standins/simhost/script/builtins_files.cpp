@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A text file that scripts write, in UTF-8.
+// A text file that scripts write, in UTF-8.
 class TextFile final : public Object {
   public:
     explicit TextFile(std::wstring path)
@@ -26,7 +26,7 @@ class TextFile final : public Object {
     void Flush() { out_.flush(); }
     void Close() { out_.close(); }
 
-    void Print(Printer& printer, bool) const override { printer.Put(L"<File:" + path_ + L">"); }
+    void Print(Printer& printer, bool) const override { printer.Append(L"<File:" + path_ + L">"); }
     [[nodiscard]] std::wstring ClassName() const override { return L"FileStream"; }
 
   private:

@@ -54,10 +54,11 @@ void RegisterNumberClasses(Interpreter& in) {
                               {Type::Float, L"Float"}};
     in.DefineClass(L"Value");
     in.DefineClass(L"Number", L"Value");
-    for (const Kind& kind : kinds)
+    for (const Kind& kind : kinds) {
         in.DefineClass(kind.name, L"Number").convert = [kind](Interpreter&, const Value& value) {
             return ToNumber(value, kind.type, kind.name);
         };
+    }
 }
 
 void RegisterTextClasses(Interpreter& in) {

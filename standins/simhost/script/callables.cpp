@@ -10,7 +10,7 @@
 namespace simhost::script {
 
 void FunctionObject::Print(Printer& printer, bool) const {
-    printer.Put(body_->name + L"()");
+    printer.Append(body_->name + L"()");
 }
 
 std::optional<Value> FunctionObject::Call(Interpreter& interpreter, Arguments& arguments) {
@@ -56,7 +56,7 @@ void FunctionObject::PassArguments(Frame& frame, const Arguments& arguments) con
 }
 
 void NativeFunction::Print(Printer& printer, bool) const {
-    printer.Put(name_ + L"()");
+    printer.Append(name_ + L"()");
 }
 
 std::wstring NativeFunction::ClassName() const {
@@ -77,7 +77,7 @@ std::optional<Value> NativeFunction::Call(Interpreter& interpreter, Arguments& a
 }
 
 void ClassObject::Print(Printer& printer, bool) const {
-    printer.Put(name_);
+    printer.Append(name_);
 }
 
 std::wstring ClassObject::ClassName() const {
@@ -91,20 +91,22 @@ std::optional<Value> ClassObject::Call(Interpreter& interpreter, Arguments& argu
 }
 
 void StructType::Print(Printer& printer, bool) const {
-    printer.Put(L"#Struct:" + body_->name);
+    printer.Append(L"#Struct:" + body_->name);
 }
 
 std::optional<Value> StructType::Call(Interpreter& interpreter, Arguments& arguments) {
-    if (!arguments.items.empty() || !arguments.keywords.empty())
+    if (!arguments.items.empty() || !arguments.keywords.empty()) {
         RaiseRuntime(L"Runtime error: members of a new " + body_->name +
                      L" can only be set behind its making");
+    }
     const auto made =
         std::make_shared<StructInstance>(std::static_pointer_cast<StructType>(shared_from_this()));
     for (size_t i = 0; i < body_->members.size(); ++i) {
         const StructBody::Member& member = body_->members[i];
-        if (member.function && !member.isFunction)
+        if (member.function && !member.isFunction) {
             made->members[i] =
                 *FunctionObject(member.function, home_, made).Call(interpreter, arguments);
+        }
     }
     return Value(made);
 }
@@ -131,15 +133,15 @@ Value StructInstance::ReadMember(size_t index) {
 }
 
 void StructInstance::Print(Printer& printer, bool) const {
-    printer.Put(L"(" + type_->Body().name);
+    printer.Append(L"(" + type_->Body().name);
     for (size_t i = 0; i < members.size(); ++i) {
         const StructBody::Member& member = type_->Body().members[i];
         if (member.isFunction)
             continue;
-        printer.Put(L" " + member.name + L":");
-        printer.Put(members[i], true);
+        printer.Append(L" " + member.name + L":");
+        printer.Append(members[i], true);
     }
-    printer.Put(L")");
+    printer.Append(L")");
 }
 
 std::optional<Value> StructInstance::FindProperty(const std::wstring& name) {
@@ -170,7 +172,7 @@ void InterfaceObject::DefineConstant(std::wstring_view name, Value value) {
 }
 
 void InterfaceObject::Print(Printer& printer, bool) const {
-    printer.Put(L"<Interface:" + name_ + L">");
+    printer.Append(L"<Interface:" + name_ + L">");
 }
 
 std::optional<Value> InterfaceObject::FindProperty(const std::wstring& name) {

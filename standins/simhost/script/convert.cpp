@@ -42,13 +42,13 @@ std::wstring SmallText(const Value& value) {
 
 std::wstring Printed(const Value& value, bool nested) {
     Printer printer;
-    printer.Put(value, nested);
+    printer.Append(value, nested);
     return printer.Take();
 }
 
 } // namespace
 
-void Printer::Put(const Value& value, bool nested) {
+void Printer::Append(const Value& value, bool nested) {
     if (!value.AsObject()) {
         text_ += SmallText(value);
     } else if (depth_ >= deepestPrint || text_.size() > longestPrint) {

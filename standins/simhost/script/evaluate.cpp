@@ -162,9 +162,10 @@ Value ChainExpr::Evaluate(Frame& frame) const {
 }
 
 Value LogicalExpr::Evaluate(Frame& frame) const {
-    for (const ExprPtr& operand : operands)
+    for (const ExprPtr& operand : operands) {
         if (operand->RunCondition(frame) != isAnd)
             return Value::Bool(!isAnd);
+    }
     return Value::Bool(isAnd);
 }
 

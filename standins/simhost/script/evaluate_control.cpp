@@ -116,17 +116,19 @@ class Catching {
 } // namespace
 
 Value IfExpr::Evaluate(Frame& frame) const {
-    for (const auto& [condition, value] : branches)
+    for (const auto& [condition, value] : branches) {
         if (condition->RunCondition(frame))
             return value->Run(frame);
+    }
     return otherwise ? otherwise->Run(frame) : Value();
 }
 
 Value CaseExpr::Evaluate(Frame& frame) const {
     const Value wanted = subject ? subject->Run(frame) : Value();
-    for (const auto& [label, value] : items)
+    for (const auto& [label, value] : items) {
         if (subject ? EqualValues(wanted, label->Run(frame)) : label->RunCondition(frame))
             return value->Run(frame);
+    }
     return otherwise ? otherwise->Run(frame) : Value();
 }
 

@@ -31,18 +31,20 @@ Container::~Container() {
 
 void Container::EmptyAll() {
     std::vector<Value> taken;
-    for (Container* container : AllContainers())
+    for (Container* container : AllContainers()) {
         for (Value& value : container->TakeValues())
             taken.push_back(std::move(value));
+    }
     Release(std::move(taken));
 }
 
 void Container::Release(std::vector<Value>&& values) noexcept {
     static auto& pending = *new std::vector<Value>; // outlives every static value
     static bool draining = false;
-    for (Value& value : values)
+    for (Value& value : values) {
         if (value.AsObject())
             pending.push_back(std::move(value));
+    }
     values.clear();
     if (draining)
         return;

@@ -187,9 +187,10 @@ void Interpreter::ForEach(const Value& collection, const std::function<bool(cons
     if (!IsCollection(collection))
         RaiseNoFunction(L"map", collection);
     const ObjectRef keptAlive = collection.AsObject();
-    for (size_t i = 0; const auto item = keptAlive->FindItem(i); ++i)
+    for (size_t i = 0; const auto item = keptAlive->FindItem(i); ++i) {
         if (!each(*item))
             return;
+    }
 }
 
 std::vector<Value> Interpreter::CollectItems(const Value& collection) {

@@ -133,9 +133,10 @@ void TokenList::Add(Tok kind, size_t end) {
     token.column = static_cast<uint32_t>(start - lineStart_) + 1;
     tokens_.push_back(token);
     // A token can span lines only as a string.
-    for (size_t i = start; i < end && kind != Tok::Line; ++i)
+    for (size_t i = start; i < end && kind != Tok::Line; ++i) {
         if (text_[i] == L'\n' || (text_[i] == L'\r' && At(i + 1) != L'\n'))
             StartLine(i + 1);
+    }
     blankBefore_ = false;
     at_ = end;
 }
@@ -184,9 +185,10 @@ bool TokenList::SkipBlockComment() {
         AddBad(text_.size(), L"comment without end");
         return false;
     }
-    for (size_t i = at_; i < end; ++i)
+    for (size_t i = at_; i < end; ++i) {
         if (text_[i] == L'\n' || (text_[i] == L'\r' && At(i + 1) != L'\n'))
             StartLine(i + 1);
+    }
     at_ = end + 2;
     return true;
 }
@@ -278,16 +280,18 @@ void TokenList::ReadPath() {
 
 void TokenList::ReadOperator() {
     const std::wstring_view rest = std::wstring_view(text_).substr(at_, 2);
-    for (const auto& op : operators)
+    for (const auto& op : operators) {
         if (rest.starts_with(op.text)) {
             Add(op.kind, at_ + op.text.size());
             return;
         }
-    for (const auto& mark : refused)
+    }
+    for (const auto& mark : refused) {
         if (rest.starts_with(mark.text)) {
             AddBad(at_ + mark.text.size(), mark.complaint);
             return;
         }
+    }
     AddBad(at_ + 1, L"unknown character");
 }
 

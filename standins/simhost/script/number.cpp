@@ -63,11 +63,12 @@ std::optional<NumberText> FindHex(std::wstring_view text, std::string_view head)
 float ToFloat(std::string_view text) {
     double value = 0;
     const auto error = std::from_chars(text.data(), text.data() + text.size(), value).ec;
-    if (error == std::errc::result_out_of_range)
+    if (error == std::errc::result_out_of_range) {
         return text.find("e-") != std::string_view::npos ||
                        text.find("E-") != std::string_view::npos
                    ? 0.0f
                    : std::numeric_limits<float>::infinity();
+    }
     return static_cast<float>(value);
 }
 

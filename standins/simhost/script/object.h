@@ -17,8 +17,8 @@ struct Frame;
 class Printer {
   public:
     /// `nested`: as an element of something else, where strings stand in quotes.
-    void Put(const Value& value, bool nested);
-    void Put(std::wstring_view text) { text_ += text; }
+    void Append(const Value& value, bool nested);
+    void Append(std::wstring_view text) { text_ += text; }
     [[nodiscard]] std::wstring Take() { return std::move(text_); }
 
   private:
@@ -33,9 +33,10 @@ struct Arguments {
 
     /// Null when the call has no such keyword.
     [[nodiscard]] const Value* FindKeyword(std::wstring_view name) const {
-        for (const auto& [key, value] : keywords)
+        for (const auto& [key, value] : keywords) {
             if (key == name)
                 return &value;
+        }
         return nullptr;
     }
 };

@@ -27,7 +27,7 @@ StringObject::StringObject(std::wstring text) : text_(std::move(text)) {
 }
 
 void StringObject::Print(Printer& printer, bool nested) const {
-    printer.Put(nested ? L"\"" + text_ + L"\"" : text_);
+    printer.Append(nested ? L"\"" + text_ + L"\"" : text_);
 }
 
 bool StringObject::Equals(const Object& other) const {
@@ -49,7 +49,7 @@ std::optional<Value> StringObject::Copy() {
 }
 
 void NameObject::Print(Printer& printer, bool nested) const {
-    printer.Put(nested ? L"#" + text_ : text_);
+    printer.Append(nested ? L"#" + text_ : text_);
 }
 
 bool NameObject::Equals(const Object& other) const {
@@ -81,9 +81,10 @@ void ArrayObject::Append(Value value) {
 void ArrayObject::Insert(size_t position, Value value) {
     const size_t size = items_.size();
     Resize(std::max(size, position) + 1);
-    if (position < size)
+    if (position < size) {
         std::move_backward(items_.begin() + static_cast<std::ptrdiff_t>(position), items_.end() - 1,
                            items_.end());
+    }
     items_[position] = std::move(value);
 }
 
@@ -92,17 +93,17 @@ void ArrayObject::Erase(size_t position) {
 }
 
 void ArrayObject::Print(Printer& printer, bool) const {
-    printer.Put(L"#(");
+    printer.Append(L"#(");
     for (size_t i = 0; i < items_.size(); ++i) {
         if (i > 0)
-            printer.Put(L", ");
+            printer.Append(L", ");
         if (i == printedItems) {
-            printer.Put(L"...");
+            printer.Append(L"...");
             break;
         }
-        printer.Put(items_[i], true);
+        printer.Append(items_[i], true);
     }
-    printer.Put(L")");
+    printer.Append(L")");
 }
 
 std::optional<Value> ArrayObject::FindProperty(const std::wstring& name) {
@@ -141,14 +142,14 @@ std::wstring VectorObject::ClassName() const {
 
 void VectorObject::Print(Printer& printer, bool) const {
     const bool color = kind_ == VectorKind::Color;
-    const size_t shown = color && components_[3] == 255 ? 3 : Size();
-    printer.Put(color ? L"(color " : L"[");
-    for (size_t i = 0; i < shown; ++i) {
+    const size_t count = color && components_[3] == 255 ? 3 : Size();
+    printer.Append(color ? L"(color " : L"[");
+    for (size_t i = 0; i < count; ++i) {
         if (i > 0)
-            printer.Put(color ? L" " : L",");
-        printer.Put(SixDigitText(components_[i]));
+            printer.Append(color ? L" " : L",");
+        printer.Append(SixDigitText(components_[i]));
     }
-    printer.Put(color ? L")" : L"]");
+    printer.Append(color ? L")" : L"]");
 }
 
 bool VectorObject::Equals(const Object& other) const {
@@ -158,9 +159,10 @@ bool VectorObject::Equals(const Object& other) const {
 
 float* VectorObject::FindComponent(const std::wstring& name) {
     const bool color = kind_ == VectorKind::Color;
-    for (size_t i = 0; i < Size(); ++i)
+    for (size_t i = 0; i < Size(); ++i) {
         if (color ? name == colorNames[i] || name == longColorNames[i] : name == axisNames[i])
             return &components_[i];
+    }
     return nullptr;
 }
 

@@ -20,9 +20,10 @@ constexpr const wchar_t* spellings[] = {L"+",  L"-", L"*", L"/",  L"^", L"==",
 
 // Of two whole numbers: the wider one.
 Type CommonType(const Value& a, const Value& b) {
-    for (const Type type : {Type::IntegerPtr, Type::Integer64})
+    for (const Type type : {Type::IntegerPtr, Type::Integer64}) {
         if (a.Is(type) || b.Is(type))
             return type;
+    }
     return Type::Integer;
 }
 

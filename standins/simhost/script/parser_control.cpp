@@ -152,9 +152,10 @@ ExprPtr Parser::ParseJump(JumpKind kind) {
 // [with] undo ["label"] on|off e
 ExprPtr Parser::ParseUndo() {
     auto undo = New<UndoExpr>(Where(Peek()));
-    if (AcceptKey(Key::With) && !PeekKey(Key::Undo))
+    if (AcceptKey(Key::With) && !PeekKey(Key::Undo)) {
         Fail(Where(Peek()),
              L"the context is not supported: with " + std::wstring(list_.Text(Peek())));
+    }
     Take();
     if (!Accept(Tok::String))
         Accept(Tok::Verbatim);

@@ -46,11 +46,12 @@ ExprPtr Parser::ParseCall() {
         call->arguments.size() == 1 ? call->arguments[0].get() : nullptr);
     if (block && block->items.empty())
         call->arguments.clear();
-    if (inCatch_ && !call->arguments.empty() && variable && EqualNoCase(variable->name, L"throw"))
+    if (inCatch_ && !call->arguments.empty() && variable && EqualNoCase(variable->name, L"throw")) {
         throw ScriptError(
             ScriptError::Kind::Compile,
             L"Compile error: only throws without arguments are permitted in catch expressions",
             call->where);
+    }
     call->callee = std::move(callee);
     return call;
 }

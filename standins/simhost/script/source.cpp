@@ -37,8 +37,9 @@ std::optional<std::string> FindSource(std::wstring_view path) {
     std::error_code error;
     const std::filesystem::path file = ToFilePath(path);
     if (!std::filesystem::is_regular_file(file, error) ||
-        std::filesystem::file_size(file, error) > longestScript * 4 || error)
+        std::filesystem::file_size(file, error) > longestScript * 4 || error) {
         return std::nullopt;
+    }
     std::ifstream in(file, std::ios::binary);
     std::string bytes(std::istreambuf_iterator<char>(in), {});
     return in.bad() ? std::nullopt : std::optional(std::move(bytes));

@@ -66,9 +66,10 @@ TEST(Limits, TakeLongFlatScripts) {
     EXPECT_EQ(Result("0" + Repeat(" + 1", 20'000)), "20000");
     EXPECT_EQ(Result("(" + Repeat("1;", 20'000) + "2)"), "2");
     std::string chain = "x = 7\n";
-    for (int i = 0; i < 2'000; ++i)
+    for (int i = 0; i < 2'000; ++i) {
         chain += (i > 0 ? "else if x == " : "if x == ") + std::to_string(i) + " then " +
                  std::to_string(i * 2) + "\n";
+    }
     EXPECT_EQ(Result(chain), "14");
     EXPECT_EQ(Result("#(" + Repeat("1,", 50'000) + "1)").substr(0, 6), "#(1, 1");
 }
@@ -78,9 +79,10 @@ TEST(Limits, ReleaseWhatIsNoLongerReachable) {
     {
         Engine engine;
         const size_t idle = MemoryMeter::Live();
-        for (int i = 0; i < 50; ++i)
+        for (int i = 0; i < 50; ++i) {
             engine.Run("(local a = #(); struct S (x, fn f = a); local s = S(); s.x = a;\n"
                        "fn g = s; append a g; for j = 1 to 1000 do append a j)");
+        }
         // Frames, functions and structs know each other; nothing of them stays.
         EXPECT_LT(MemoryMeter::Live(), idle + 10'000);
         engine.Run("kept = #(1, 2, 3)\nappend kept kept");

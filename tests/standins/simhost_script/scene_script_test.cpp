@@ -225,8 +225,9 @@ TEST_F(SceneScripts, PrintHandlesWithTheirLetter) {
     EXPECT_EQ(Animatable::GetAnimByHandle(std::stoull(handle)),
               Scene::Current().FindByName(L"Line001")->GetMtl());
     for (const std::string& form :
-         {handle, handle.substr(0, handle.size() - 1), handle.substr(0, handle.size() - 1) + "L"})
+         {handle, handle.substr(0, handle.size() - 1), handle.substr(0, handle.size() - 1) + "L"}) {
         EXPECT_EQ(Text("(getAnimByHandle " + form + ").name"), "Oak") << form;
+    }
     EXPECT_EQ(Text("getAnimByHandle 99999999P"), "undefined");
 }
 
