@@ -84,9 +84,4 @@ void PluginLibrary::Stop() {
     FreeLibrary(module_);
 }
 
-std::wstring PluginLibrary::Description() const {
-    const MCHAR* const text = Export<const MCHAR* (*)()>("LibDescription")();
-    return text ? text : L"";
-}
-
 } // namespace simhost

@@ -19,7 +19,6 @@ class PluginLibrary {
     [[nodiscard]] HMODULE Module() const { return module_; }
     [[nodiscard]] ClassDesc& Descriptor() const { return *descriptor_; }
     [[nodiscard]] UtilityObj& Utility() const { return *utility_; }
-    [[nodiscard]] std::wstring Description() const;
 
   private:
     void Start();

@@ -51,7 +51,7 @@ void ReadBlock(const JsonView& view, ClassInfo& info) {
     view.Read("id", id);
     BlockSlot slot;
     slot.desc = std::make_shared<BlockDesc>(view.Member("name").Text(), static_cast<BlockID>(id),
-                                            ReadParams(view.Member("params")), info.Descriptor());
+                                            ReadParams(view.Member("params")));
     view.Read("hidden", slot.hidden);
     info.blocks.push_back(std::move(slot));
 }
@@ -115,8 +115,7 @@ ClassPtr ReadClass(const JsonView& view) {
     view.Read("converts", info->converts);
     if (const auto params = view.Find("params")) {
         BlockSlot slot;
-        slot.desc = std::make_shared<BlockDesc>(L"Parameters", BlockID{0}, ReadParams(*params),
-                                                info->Descriptor());
+        slot.desc = std::make_shared<BlockDesc>(L"Parameters", BlockID{0}, ReadParams(*params));
         info->blocks.push_back(std::move(slot));
     }
     view.ForElementsOf("blocks", [&](const JsonView& block) { ReadBlock(block, *info); });

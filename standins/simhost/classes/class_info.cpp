@@ -5,35 +5,10 @@
 
 namespace simhost {
 
-namespace {
-
-class SceneClassDesc : public ClassDesc2 {
-  public:
-    explicit SceneClassDesc(const ClassInfo& info)
-        : name_(info.name), localizedName_(info.localizedName), scriptName_(info.scriptName),
-          superClass_(info.superClass), classId_(info.classId) {}
-    int IsPublic() override { return 1; }
-    void* Create(BOOL /*loading*/) override { return nullptr; }
-    const MCHAR* ClassName() override { return localizedName_.c_str(); }
-    const MCHAR* NonLocalizedClassName() override { return name_.c_str(); }
-    SClass_ID SuperClassID() override { return superClass_; }
-    Class_ID ClassID() override { return classId_; }
-    const MCHAR* Category() override { return L""; }
-    const MCHAR* InternalName() override { return scriptName_.c_str(); }
-
-  private:
-    std::wstring name_, localizedName_, scriptName_;
-    SClass_ID superClass_;
-    Class_ID classId_;
-};
-
-} // namespace
-
-BlockDesc::BlockDesc(Text name, BlockID id, std::vector<ParamSpec> params, ClassDesc2* owner)
+BlockDesc::BlockDesc(Text name, BlockID id, std::vector<ParamSpec> params)
     : name_(std::move(name)), params_(std::move(params)), defs_(params_.size()) {
     ID = id;
     int_name = name_ ? name_->c_str() : nullptr;
-    cd = owner;
     count = static_cast<USHORT>(params_.size());
     paramdefs = defs_.data();
     for (size_t i = 0; i < params_.size(); ++i) {
@@ -77,12 +52,6 @@ ParamPlace ClassInfo::Find(std::wstring_view wanted) const {
             loose = place;
     }
     return loose;
-}
-
-ClassDesc2* ClassInfo::Descriptor() const {
-    if (!descriptor_)
-        descriptor_ = std::make_shared<SceneClassDesc>(*this);
-    return descriptor_.get();
 }
 
 Class_ID ClassIdOfName(std::wstring_view name) {

@@ -2,7 +2,6 @@
 // What the host knows of a class: its names, its parameter blocks, its texture slots and how its
 // sub-materials and sub-objects are kept. Shared by all things of the class.
 #include "iparamb2.h"
-#include "plugapi.h"
 #include "simhost/classes/param_value.h"
 
 #include <memory>
@@ -21,7 +20,7 @@ struct ParamSpec {
 /// A descriptor that owns its definitions. One for all blocks of the same shape.
 class BlockDesc : public ParamBlockDesc2 {
   public:
-    BlockDesc(Text name, BlockID id, std::vector<ParamSpec> params, ClassDesc2* owner);
+    BlockDesc(Text name, BlockID id, std::vector<ParamSpec> params);
     [[nodiscard]] const std::vector<ParamSpec>& Params() const { return params_; }
     [[nodiscard]] const Text& Name() const { return name_; }
     /// -1 when there is none. Exact spelling first, then any letter case.
@@ -85,13 +84,6 @@ class ClassInfo {
 
     /// "Block|name" or a bare name; exact spelling first, then any letter case.
     [[nodiscard]] ParamPlace Find(std::wstring_view name) const;
-    /// The class descriptor that stands for this class in the SDK.
-    [[nodiscard]] ClassDesc2* Descriptor() const;
-    /// For a copy that is to become a class of its own.
-    void ForgetDescriptor() { descriptor_.reset(); }
-
-  private:
-    mutable std::shared_ptr<ClassDesc2> descriptor_;
 };
 
 using ClassPtr = std::shared_ptr<const ClassInfo>;

@@ -86,7 +86,6 @@ class CoreInterface final : public Interface {
     int GetSelNodeCount() override { return static_cast<int>(Scene::Current().Selection().size()); }
     INode* GetSelNode(int i) override;
     void SelectNode(INode* node, int clearSelection) override;
-    void ClearNodeSelection(BOOL /*redraw*/) override { Scene::Current().ClearSelection(); }
     void DeleteNode(INode* node, BOOL /*redraw*/, BOOL /*overrideSlaves*/) override {
         Scene::Current().DeleteNode(dynamic_cast<SceneNode*>(node));
     }

@@ -1,10 +1,12 @@
 #include "simhost/files/fbx_record.h"
 
-#include "simhost/files/fbx_deflate.h"
-
 #include <array>
 #include <bit>
 #include <limits>
+
+#ifdef SIMHOST_ZLIB
+#include <zlib.h>
+#endif
 
 namespace simhost {
 
@@ -21,6 +23,30 @@ std::uint32_t Length(std::size_t bytes) {
         throw FbxTooLarge("one value is larger than 4 GB");
     return static_cast<std::uint32_t>(bytes);
 }
+
+#ifdef SIMHOST_ZLIB
+// zlib counts with 32 bits on Windows, and packing may make a little more of it.
+constexpr std::size_t largestPacked = 0xf0000000u;
+
+/// Packs bytes the way FBX arrays are packed (a zlib stream). False in a build without zlib or when
+/// packing failed; the array is then written as it is, which every reader takes too.
+bool Deflate(std::string_view plain, std::string& packed) {
+    if (plain.size() > largestPacked)
+        return false;
+    const auto plainSize = static_cast<uLong>(plain.size());
+    uLongf size = compressBound(plainSize);
+    packed.resize(size);
+    // The fast level: geometry hardly shrinks further at the slow ones.
+    const int result = compress2(reinterpret_cast<Bytef*>(packed.data()), &size,
+                                 reinterpret_cast<const Bytef*>(plain.data()), plainSize, 1);
+    packed.resize(size);
+    return result == Z_OK;
+}
+#else
+bool Deflate(std::string_view /*plain*/, std::string& /*packed*/) {
+    return false;
+}
+#endif
 
 } // namespace
 
@@ -67,8 +93,8 @@ void FbxRecordWriter::Array(char type, const void* items, std::size_t count, std
     const std::string_view plain(static_cast<const char*>(items), count * itemSize);
     std::string packed;
     const std::uint32_t plainSize = Length(plain.size());
-    const bool compressed = plain.size() >= smallestCompressed && FbxDeflate(plain, packed) &&
-                            packed.size() < plainSize;
+    const bool compressed =
+        plain.size() >= smallestCompressed && Deflate(plain, packed) && packed.size() < plainSize;
     const std::string_view stored = compressed ? std::string_view(packed) : plain;
     CountValue();
     Raw(type);

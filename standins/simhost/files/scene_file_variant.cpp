@@ -22,7 +22,6 @@ class VariantBuilder {
         : entry_(entry), base_(std::move(base)), info_(std::make_shared<ClassInfo>()) {
         if (base_) {
             *info_ = *base_;
-            info_->ForgetDescriptor();
         } else {
             info_->name = entry.Member("class").Text();
             info_->localizedName = info_->scriptName = info_->name;
@@ -195,8 +194,7 @@ void VariantBuilder::Finish() {
         if (draft.name && !draft.touched)
             slot.desc = draft.same;
         else if (draft.name)
-            slot.desc = std::make_shared<BlockDesc>(*draft.name, draft.id, std::move(draft.params),
-                                                    info_->Descriptor());
+            slot.desc = std::make_shared<BlockDesc>(*draft.name, draft.id, std::move(draft.params));
         info_->blocks.push_back(std::move(slot));
     }
 }

@@ -8,11 +8,6 @@ void DerivedObject::AddModifier(SceneModifier* modifier, int before) {
     result_.reset();
 }
 
-void DerivedObject::RemoveModifier(int i) {
-    modifiers_.erase(modifiers_.begin() + i);
-    result_.reset();
-}
-
 void DerivedObject::SetBase(Object* base) {
     base_ = base;
     result_.reset();

@@ -12,7 +12,6 @@ class DerivedObject final : public IDerivedObject {
         : base_(base), superClass_(superClass) {}
     /// 0 is the top of the stack; -1 is below all others.
     void AddModifier(SceneModifier* modifier, int before = 0);
-    void RemoveModifier(int i);
     void SetBase(Object* base);
     [[nodiscard]] bool InWorldSpace() const { return superClass_ == WSM_DERIVOB_CLASS_ID; }
     [[nodiscard]] Object* Base() const { return base_.Get(); }

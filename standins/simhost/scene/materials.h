@@ -54,8 +54,6 @@ class SceneUVGen final : public Parametric<StdUVGen> {
 class SceneTextureOutput final : public Parametric<TextureOutput> {
   public:
     using Parametric::Parametric;
-    float GetOutputLevel(TimeValue /*t*/) override { return Float(L"Output_Amount", 1); }
-    BOOL GetInvert() override { return Int(L"Invert") != 0; }
 };
 
 /// Renderers, shaders and other sub-objects that are nothing but parameters.

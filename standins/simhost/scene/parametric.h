@@ -84,7 +84,6 @@ class ParametricMtl : public ParametricMtlBase<Base> {
     using ParametricMtlBase<Base>::ParametricMtlBase;
     int NumSubMtls() override { return this->faults.Give(Call::NumSubMtls, this->NumMtls()); }
     Mtl* GetSubMtl(int i) override { return this->faults.Give(Call::GetSubMtl, this->SubMtlAt(i)); }
-    void SetSubMtl(int i, Mtl* mtl) override { this->SetSubMtlAt(i, mtl); }
     MSTR GetSubMtlSlotName(int i, bool /*localized*/) override {
         this->faults.Check(Call::GetSubMtlSlotName);
         return MSTR(this->SubMtlNameAt(i));

@@ -99,22 +99,12 @@ class Scene {
     // What scripts and users do (scene_edit.cpp).
     /// A node with a copy of the object and its stack; without children, with the parent.
     SceneNode* CopyNode(SceneNode& node);
-    /// A node with the same object and stack.
-    SceneNode* InstanceNode(SceneNode& node);
-    /// A node with the same object below a stack of its own.
-    SceneNode* ReferenceNode(SceneNode& node);
     Object* CloneObject(Object* object);
-    /// Adds a modifier on top of the stack of the node's object; all instances get it.
-    void AddModifier(SceneNode& node, SceneModifier* modifier);
-    /// A head of that name over the nodes. Null when there are none.
-    SceneNode* Group(const std::vector<SceneNode*>& members, std::wstring_view name);
     /// One level: the members go to the head's parent, the head goes. False for what is no head.
     bool Ungroup(SceneNode* head);
     /// Replaces the object by a mesh of its result; false when that has none.
     bool CollapseToMesh(SceneNode& node) { return CollapseTo(node, L"Editable Mesh"); }
     bool CollapseToPoly(SceneNode& node) { return CollapseTo(node, L"Editable Poly"); }
-    /// Only when there are modifiers; a bare primitive stays one.
-    bool CollapseStack(SceneNode& node);
     /// Puts rotation, scale and object offset of the node into an XForm modifier.
     void ResetXForm(SceneNode& node);
 
@@ -129,7 +119,6 @@ class Scene {
     void Renamed(const SceneNode& node, const std::wstring& oldName);
     void ForgetName(const std::wstring& name, ULONG handle);
     void ObjectChanges(SceneNode& node, Object* object);
-    SceneNode* TwinOf(SceneNode& node, Object* object);
     bool CollapseTo(SceneNode& node, std::wstring_view className);
 
     std::map<AnimHandle, std::unique_ptr<ReferenceTarget>> things_; // in order of making

@@ -19,8 +19,9 @@ Object* Scene::CloneObject(Object* object) {
     return described ? Own(described->Clone()) : object;
 }
 
-SceneNode* Scene::TwinOf(SceneNode& node, Object* object) {
-    SceneNode* twin = CreateNode(UniqueName(node.Name()), object, node.Parent());
+SceneNode* Scene::CopyNode(SceneNode& node) {
+    SceneNode* twin =
+        CreateNode(UniqueName(node.Name()), CloneObject(node.ObjectRef()), node.Parent());
     twin->flags = node.flags;
     twin->visibility = node.visibility;
     twin->layer = node.layer;
@@ -33,50 +34,6 @@ SceneNode* Scene::TwinOf(SceneNode& node, Object* object) {
     twin->SetWireColor(node.wireColor_);
     twin->SetSpaceStack(node.SpaceStack());
     return twin;
-}
-
-SceneNode* Scene::CopyNode(SceneNode& node) {
-    return TwinOf(node, CloneObject(node.ObjectRef()));
-}
-
-SceneNode* Scene::InstanceNode(SceneNode& node) {
-    return TwinOf(node, node.ObjectRef());
-}
-
-SceneNode* Scene::ReferenceNode(SceneNode& node) {
-    return TwinOf(node, Own(std::make_unique<DerivedObject>(node.ObjectRef())));
-}
-
-void Scene::AddModifier(SceneNode& node, SceneModifier* modifier) {
-    Object* object = node.ObjectRef();
-    if (auto* stack = dynamic_cast<DerivedObject*>(object)) {
-        stack->AddModifier(modifier);
-        Touch();
-        return;
-    }
-    auto* stack = Own(std::make_unique<DerivedObject>(object));
-    stack->AddModifier(modifier);
-    for (SceneNode* user : NodesOf(object))
-        user->SetObjectRef(stack);
-}
-
-SceneNode* Scene::Group(const std::vector<SceneNode*>& members, std::wstring_view name) {
-    if (members.empty())
-        return nullptr;
-    auto* dummy = dynamic_cast<Object*>(Create(L"Dummy", HELPER_CLASS_ID));
-    SceneNode* head = CreateNode(name, dummy, members.front()->Parent());
-    head->flags.groupHead = true;
-    Point3 middle;
-    for (SceneNode* member : members)
-        middle += member->WorldTM().GetTrans() / static_cast<float>(members.size());
-    Matrix3 place;
-    place.SetTrans(middle);
-    head->SetNodeTM(time, place);
-    for (SceneNode* member : members) {
-        SetParent(*member, head, true);
-        member->flags.groupMember = true;
-    }
-    return head;
 }
 
 bool Scene::Ungroup(SceneNode* head) {
@@ -108,11 +65,6 @@ bool Scene::CollapseTo(SceneNode& node, std::wstring_view className) {
     node.SetObjectRef(dynamic_cast<Object*>(made));
     node.SetSpaceStack(nullptr);
     return true;
-}
-
-bool Scene::CollapseStack(SceneNode& node) {
-    const bool modified = dynamic_cast<DerivedObject*>(node.ObjectRef()) || node.SpaceStack();
-    return modified && CollapseToMesh(node);
 }
 
 void Scene::ResetXForm(SceneNode& node) {

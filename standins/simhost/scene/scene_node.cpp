@@ -1,6 +1,5 @@
 #include "simhost/scene/scene_node.h"
 
-#include "simhost/classes/fold.h"
 #include "simhost/scene/derived_object.h"
 #include "simhost/scene/scene.h"
 
@@ -180,28 +179,6 @@ void SceneNode::SetMtl(Mtl* mtl) {
 
 int SceneNode::IsHidden(DWORD /*flagBits*/, BOOL /*forRenderer*/) {
     return flags.hidden;
-}
-
-BOOL SceneNode::GetUserPropString(const MSTR& key, MSTR& value) {
-    const auto trimmed = [](std::wstring_view text) {
-        const size_t from = text.find_first_not_of(L" \t\r");
-        if (from == std::wstring_view::npos)
-            return std::wstring_view();
-        return text.substr(from, text.find_last_not_of(L" \t\r") - from + 1);
-    };
-    std::wstring_view rest = userProps;
-    while (!rest.empty()) {
-        const size_t end = rest.find(L'\n');
-        const std::wstring_view line = rest.substr(0, end);
-        rest = end == std::wstring_view::npos ? std::wstring_view() : rest.substr(end + 1);
-        const size_t equals = line.find(L'=');
-        if (equals == std::wstring_view::npos ||
-            !EqualFolded(trimmed(line.substr(0, equals)), key.data()))
-            continue;
-        value = MSTR(std::wstring(trimmed(line.substr(equals + 1))));
-        return TRUE;
-    }
-    return FALSE;
 }
 
 } // namespace simhost

@@ -92,7 +92,6 @@ class SceneNode final : public INode {
     BOOL IsGroupHead() override { return flags.groupHead; }
     BOOL IsGroupMember() override { return flags.groupMember; }
     void GetUserPropBuffer(MSTR& buffer) override { buffer = MSTR(userProps); }
-    BOOL GetUserPropString(const MSTR& key, MSTR& value) override;
 
   private:
     friend class Scene;

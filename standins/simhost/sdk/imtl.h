@@ -29,7 +29,6 @@ class Mtl : public MtlBase {
     SClass_ID SuperClassID() override { return MATERIAL_CLASS_ID; }
     virtual int NumSubMtls() { return 0; }
     virtual Mtl* GetSubMtl(int /*i*/) { return nullptr; }
-    virtual void SetSubMtl(int /*i*/, Mtl* /*mtl*/) {}
     virtual MSTR GetSubMtlSlotName(int /*i*/, bool /*localized*/) { return MSTR(); }
     virtual BOOL IsMultiMtl() { return FALSE; }
 };

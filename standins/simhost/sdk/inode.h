@@ -45,5 +45,4 @@ class INode : public ReferenceTarget {
     virtual BOOL IsGroupMember() = 0;
 
     virtual void GetUserPropBuffer(MSTR& buffer) = 0;
-    virtual BOOL GetUserPropString(const MSTR& key, MSTR& value) = 0;
 };

@@ -6,7 +6,6 @@
 #include "paramtype.h"
 #include "ref.h"
 
-class ClassDesc2;
 class INode;
 class Mtl;
 class Texmap;
@@ -18,7 +17,6 @@ class ParamDef {
     ParamID ID = 0;
     const MCHAR* int_name = nullptr;
     ParamType2 type = TYPE_FLOAT;
-    ULONGLONG flags = 0;
 };
 
 class ParamBlockDesc2 {
@@ -26,7 +24,6 @@ class ParamBlockDesc2 {
     virtual ~ParamBlockDesc2() = default;
     BlockID ID = 0;
     const MCHAR* int_name = nullptr;
-    ClassDesc2* cd = nullptr;
     USHORT count = 0;
     ParamDef* paramdefs = nullptr;
 

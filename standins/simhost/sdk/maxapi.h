@@ -39,7 +39,6 @@ class Interface {
     virtual int GetSelNodeCount() = 0;
     virtual INode* GetSelNode(int i) = 0;
     virtual void SelectNode(INode* node, int clearSelection = 1) = 0;
-    virtual void ClearNodeSelection(BOOL redraw = TRUE) = 0;
     virtual void DeleteNode(INode* node, BOOL redraw = TRUE, BOOL overrideSlaves = FALSE) = 0;
     virtual MtlBaseLib* GetSceneMtls() = 0;
 

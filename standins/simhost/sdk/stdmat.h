@@ -33,8 +33,6 @@ class StdUVGen : public UVGen {
 class TextureOutput : public ReferenceTarget {
   public:
     SClass_ID SuperClassID() override { return TEXOUTPUT_CLASS_ID; }
-    virtual float GetOutputLevel(TimeValue t) = 0;
-    virtual BOOL GetInvert() = 0;
 };
 
 class BitmapTex : public Texmap {

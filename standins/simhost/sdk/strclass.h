@@ -4,17 +4,6 @@
 #include <string>
 #include <utility>
 
-/// UTF-8 bytes made from a WStr.
-class MaxUtf8String {
-  public:
-    explicit MaxUtf8String(std::string text) : text_(std::move(text)) {}
-    [[nodiscard]] const char* data() const { return text_.c_str(); }
-    [[nodiscard]] int Length() const { return static_cast<int>(text_.size()); }
-
-  private:
-    std::string text_;
-};
-
 /// The host's wide string. Never null: a null pointer makes an empty text.
 class WStr {
   public:
@@ -27,9 +16,6 @@ class WStr {
     [[nodiscard]] int length() const { return Length(); }
     [[nodiscard]] bool isNull() const { return text_.empty(); }
     operator const wchar_t*() const { return text_.c_str(); }
-
-    [[nodiscard]] MaxUtf8String ToUTF8() const;
-    static WStr FromACP(const char* text);
 
     WStr& operator+=(const WStr& other) {
         text_ += other.text_;

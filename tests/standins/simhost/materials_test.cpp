@@ -135,8 +135,9 @@ TEST_F(Materials, BitmapsKeepPathAndPlacementOutOfTheirBlocks) {
     EXPECT_EQ(uv->GetVScl(0), 4);
     EXPECT_EQ(uv->GetWAng(0), 1.5f);
     EXPECT_EQ(uv->GetTextureTiling(), U_WRAP | V_WRAP | V_MIRROR);
-    EXPECT_TRUE(bitmap->GetTexout()->GetInvert());
-    EXPECT_EQ(bitmap->GetTexout()->GetOutputLevel(0), 2);
+    const simhost::Entity* output = simhost::EntityOf(bitmap->GetTexout());
+    EXPECT_EQ(output->Int(L"Invert"), 1);
+    EXPECT_EQ(output->Float(L"Output_Amount"), 2);
 }
 
 TEST_F(Materials, MultiMaterialsGrowAndKeepEmptyEntries) {

@@ -125,19 +125,14 @@ TEST_F(Tree, NamesAreFoundAfterAnyRenaming) {
     EXPECT_EQ(scene.FindByName(L"c"), third);
 }
 
-TEST_F(Tree, CopiesInstancesAndReferences) {
+TEST_F(Tree, CopiesHaveObjectAndStackOfTheirOwn) {
     OpenScene(
         R"("objects": {"o": {"class": "Box", "params": {"height": 7}, "modifiers": [{"class": "CoronaDisplacementMod", "params": {"maxDisplace": 3}}]}},
       "nodes": [{"name": "p", "transform": {"position": [1, 2, 3]}, "children": [{"name": "a", "object": "o", "material": {"class": "Blend"}, "wire_color": [1, 2, 3]}]}])");
     Scene& scene = Scene::Current();
     SceneNode* a = NodeNamed(L"a");
-    SceneNode *copy = scene.CopyNode(*a), *instance = scene.InstanceNode(*a),
-              *reference = scene.ReferenceNode(*a);
+    SceneNode* copy = scene.CopyNode(*a);
     EXPECT_EQ(copy->Name(), L"a001");
-    EXPECT_EQ(instance->Name(), L"a002");
-    EXPECT_EQ(instance->GetObjectRef(), a->GetObjectRef());
-    EXPECT_EQ(dynamic_cast<IDerivedObject*>(reference->GetObjectRef())->GetObjRef(),
-              a->GetObjectRef());
     auto* stack = dynamic_cast<IDerivedObject*>(copy->GetObjectRef());
     ASSERT_TRUE(stack);
     EXPECT_NE(stack, a->GetObjectRef());
@@ -153,8 +148,7 @@ TEST_F(Tree, CopiesInstancesAndReferences) {
 TEST_F(Tree, GroupsComeApartOneLevelAtATime) {
     OpenScene(
         R"("nodes": [{"name": "outer", "group_head": true, "transform": {"position": [5, 0, 0]}, "children": [
-       {"name": "inner", "group_head": true, "group_member": true, "children": [{"name": "x", "group_member": true, "transform": {"position": [1, 0, 0]}}]}]},
-       {"name": "y", "transform": {"position": [3, 0, 0]}}])");
+       {"name": "inner", "group_head": true, "group_member": true, "children": [{"name": "x", "group_member": true, "transform": {"position": [1, 0, 0]}}]}]}])");
     Scene& scene = Scene::Current();
     EXPECT_EQ(NodeNamed(L"outer")->GetObjectRef()->ClassName(false), L"Dummy");
     EXPECT_FALSE(scene.Ungroup(NodeNamed(L"x")));
@@ -165,12 +159,6 @@ TEST_F(Tree, GroupsComeApartOneLevelAtATime) {
     EXPECT_FALSE(NodeNamed(L"x")->IsGroupMember());
     ExpectPlace(NodeNamed(L"x"), {6, 0, 0});
     EXPECT_EQ(NodeNamed(L"outer"), nullptr);
-
-    SceneNode* head = scene.Group({NodeNamed(L"x"), NodeNamed(L"y")}, L"G");
-    EXPECT_TRUE(head->IsGroupHead());
-    EXPECT_EQ(head->NumberOfChildren(), 2);
-    ExpectPlace(NodeNamed(L"y"), {3, 0, 0});
-    EXPECT_EQ(scene.Group({}, L"none"), nullptr);
 }
 
 TEST_F(Tree, CollapsingAndResettingKeepTheShapeInTheWorld) {
@@ -187,7 +175,6 @@ TEST_F(Tree, CollapsingAndResettingKeepTheShapeInTheWorld) {
     };
     const Point3 before = corner(0), last = corner(7),
                  child = NodeNamed(L"child")->WorldTM().GetTrans();
-    EXPECT_FALSE(scene.CollapseStack(*a)); // a bare primitive stays one
     ASSERT_TRUE(scene.CollapseToPoly(*a));
     EXPECT_EQ(a->EvalWorldState(0).obj->ClassName(false), L"Editable Poly");
     EXPECT_EQ(NodeNamed(L"twin")->EvalWorldState(0).obj->ClassName(false), L"Box");
@@ -200,9 +187,9 @@ TEST_F(Tree, CollapsingAndResettingKeepTheShapeInTheWorld) {
     EXPECT_FALSE(scene.CollapseToMesh(*NodeNamed(L"lamp")));
 }
 
-TEST_F(Tree, SelectionMaterialsAndUserText) {
+TEST_F(Tree, SelectionAndMaterials) {
     OpenScene(R"("materials": {"m": {"class": "Blend"}, "unused": {"class": "Blend"}},
-       "nodes": [{"name": "a", "material": "m", "user_props": "One = 1\r\nTwo= with = sign\nbad"}, {"name": "b", "material": "m"}], "selection": ["b", "a"])");
+       "nodes": [{"name": "a", "material": "m"}, {"name": "b", "material": "m"}], "selection": ["b", "a"])");
     Interface* core = GetCOREInterface();
     ASSERT_EQ(core->GetSelNodeCount(), 2);
     EXPECT_EQ(core->GetSelNode(0), NodeNamed(L"b"));
@@ -213,12 +200,6 @@ TEST_F(Tree, SelectionMaterialsAndUserText) {
     NodeNamed(L"b")->SetMtl(nullptr);
     NodeNamed(L"a")->SetMtl(nullptr);
     EXPECT_EQ(core->GetSceneMtls()->Count(), 0);
-    MSTR value;
-    EXPECT_TRUE(NodeNamed(L"a")->GetUserPropString(L"one", value));
-    EXPECT_EQ(value, L"1");
-    EXPECT_TRUE(NodeNamed(L"a")->GetUserPropString(L"Two", value));
-    EXPECT_EQ(value, L"with = sign");
-    EXPECT_FALSE(NodeNamed(L"a")->GetUserPropString(L"bad", value));
 }
 
 TEST_F(Tree, SnapshotsTellEveryChange) {

@@ -88,7 +88,9 @@ TEST(PosixText, Utf16AndUtf8) {
 }
 
 TEST(PosixText, TheSystemCodePageIsWindows1252) {
-    EXPECT_EQ(WStr::FromACP("\x80 \xe9"), WStr(L"\x20ac \xe9"));
+    wchar_t wide[3] = {};
+    EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "\x80 \xe9", 3, wide, 3), 3);
+    EXPECT_EQ(std::wstring(wide, 3), L"\x20ac \xe9");
     char out[4] = {};
     BOOL used = FALSE;
     EXPECT_EQ(WideCharToMultiByte(CP_ACP, 0, L"\x20ac\x4e00", 2, out, 4, nullptr, &used), 2);
