@@ -42,9 +42,8 @@ std::optional<T> FindNumber(const json& object, const char* key, std::int64_t le
     const auto found = object.find(key);
     if (found == object.end())
         return std::nullopt;
-    if (!found->is_number_integer() || *found < least || *found > most) {
+    if (!found->is_number_integer() || *found < least || *found > most)
         Refuse(key, "be an integer from " + std::to_string(least) + " to " + std::to_string(most));
-    }
     return found->get<T>();
 }
 

@@ -106,9 +106,8 @@ class FbxOverlay {
     }
 
     std::uint32_t MaterialId(SourceNode& node, int libraryIndex) {
-        if (libraryIndex < 0) {
+        if (libraryIndex < 0)
             return 0; // faces without a material
-        }
         const aiMaterial& wanted = *scene_.imported->mMaterials[libraryIndex];
         std::optional<std::size_t> found;
         for (std::size_t i = 0; i < node.materials.size(); ++i) {

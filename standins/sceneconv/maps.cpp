@@ -101,9 +101,8 @@ void SetTransform(Placement& placement, const aiUVTransform& t) {
 
 Json Maps::FromFbx(const FbxObject& texture) {
     const auto [place, isNew] = fbx_.try_emplace(&texture, nullptr);
-    if (!isNew) {
+    if (!isNew)
         return place->second; // also ends a ring of layered textures
-    }
     if (texture.kind == "LayeredTexture") {
         const FbxObject* layer = texture.Source("Texture");
         return place->second = layer ? FromFbx(*layer) : Json();

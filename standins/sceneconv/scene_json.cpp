@@ -45,11 +45,8 @@ Json PackedList(const std::vector<T>& values) {
 } // namespace
 
 double Tidy(double value) {
-    if (!std::isfinite(value))
-        return 0;
-    if (std::abs(value) < 1e-12) {
+    if (!std::isfinite(value) || std::abs(value) < 1e-12)
         return 0; // also no minus zero
-    }
     std::array<char, 40> text{};
     const auto asFloat = static_cast<float>(value);
     if (static_cast<double>(asFloat) == value) {

@@ -175,9 +175,8 @@ TEST(HostClasses, EveryOneOfTheHostIsKnownByItsIds) {
         const auto known = HostClassOf(*object);
         ASSERT_TRUE(known);
         std::string name = utf8::FromWide(classes[i]->name);
-        if (name == "Standard") {
+        if (name == "Standard")
             name = "Standard (Legacy)"; // its name in older hosts
-        }
         EXPECT_EQ(known->name, name);
     }
 }
