@@ -15,6 +15,7 @@ enum class RowUnit : std::uint8_t {
 struct ParamRow {
     std::wstring_view param;
     std::wstring_view key = {};
+    std::wstring_view note = {}; // what the documents say of it: scale, meaning of the numbers
     RowUnit unit = RowUnit::AsStored;
 };
 

@@ -2,7 +2,7 @@
 
 #include "host/bitmap_file.h"
 #include "host/paths.h"
-#include "package/param_table.h"
+#include "package/classes/class_lists.h"
 
 #include <stdmat.h>
 
@@ -14,15 +14,6 @@ using namespace std::literals;
 constexpr float degreesPerRadian = 57.295776f;
 
 constexpr ParamRow channelRows[] = {{L"uvwChannel", L"uvw_channel"}};
-
-constexpr ParamRow imageRows[] = {
-    {L"colorSpace", L"color_space"},     {L"gamma", L"gamma"},
-    {L"outputAmount", L"output_amount"}, {L"tilingU", L"tiling_mode_u"},
-    {L"tilingV", L"tiling_mode_v"},      {L"filterType", L"filter_type"},
-    {L"clippingOn", L"crop_enabled"},    {L"clippingMode", L"crop_mode"},
-    {L"clippingU", L"crop_u"},           {L"clippingV", L"crop_v"},
-    {L"clippingWidth", L"crop_w"},       {L"clippingHeight", L"crop_h"},
-};
 
 /// Where a bitmap's image lies on its surface.
 struct Placement {
@@ -102,10 +93,10 @@ void AppendPlacement(PackageContext& package, JsonMembers& members, MtlBase& map
 
 } // namespace
 
-void AppendBitmap(PackageContext& package, JsonMembers& members, MtlBase& map) {
+void AppendBitmap(PackageContext& package, JsonMembers& members, MtlBase& map, const ClassEntry&) {
     AppendPath(package, members, map);
     AppendPlacement(package, members, map);
-    package.params.AppendTable(members, &map, imageRows);
+    package.params.AppendTable(members, &map, BitmapImage().rows);
 }
 
 } // namespace brimwave

@@ -7,6 +7,6 @@ namespace brimwave {
 /// job's textures folder holds it), "filepath_abs" (only when the file is found), tiling, size,
 /// offset, rotation in degrees, colour space and cropping. The host's own bitmap keeps its path
 /// and placement outside of its parameters; they are taken from there.
-void AppendBitmap(PackageContext& package, JsonMembers& members, MtlBase& map);
+void AppendBitmap(PackageContext& package, JsonMembers& members, MtlBase& map, const ClassEntry&);
 
 } // namespace brimwave

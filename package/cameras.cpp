@@ -3,7 +3,7 @@
 #include "host/attempt.h"
 #include "host/scene_walk.h"
 #include "host/sdk_compat.h"
-#include "package/param_table.h"
+#include "package/classes/class_lists.h"
 
 #include <gencam.h>
 
@@ -11,39 +11,6 @@
 
 namespace brimwave {
 namespace {
-
-// What each camera class calls the quantities of its lens.
-constexpr ParamRow lensRows[] = {
-    {L"film_width_mm", L"sensor_width"},
-    {L"film_width", L"sensor_width"},
-    {L"sensorWidth", L"sensor_width"},
-    {L"focal_length_mm", L"focal_length"},
-    {L"focal_length", L"focal_length"},
-    {L"focalLength", L"focal_length"},
-    {L"f_number", L"f_number"},
-    {L"fStop", L"f_number"},
-    {L"use_dof", L"dof_on"},
-    {L"enableDof", L"dof_on"},
-    {L"focus_distance", L"focus_distance"},
-    {L"dofOverrideFocusDistance", L"focus_distance"},
-    {L"specify_focus", L"focus_override"},
-    {L"overrideFocusDistance", L"focus_override"},
-    {L"zoom_factor", L"zoom"},
-    {L"zoomFactor", L"zoom"},
-    {L"autoVerticalTilt", L"auto_vertical_tilt"},
-    {L"auto_vertical_tilt_correction", L"auto_vertical_tilt"},
-    {L"lens_tilt_auto", L"auto_vertical_tilt"},
-    {L"verticalTilt", L"vertical_tilt"},
-    {L"vertical_tilt_correction", L"vertical_tilt"},
-    {L"lens_tilt", L"vertical_tilt"},
-    {L"horizontalTilt", L"horizontal_tilt"},
-    {L"horizontal_tilt_correction", L"horizontal_tilt"},
-    {L"lens_horTilt", L"horizontal_tilt"},
-    {L"verticalShift", L"vertical_shift"},
-    {L"vertical_shift", L"vertical_shift"},
-    {L"horizontalShift", L"horizontal_shift"},
-    {L"horizontal_shift", L"horizontal_shift"},
-};
 
 constexpr float freeTargetDistance = 100.0f; // system units
 
@@ -84,7 +51,7 @@ CameraView ReadCamera(PackageContext& package, INode& node, GenCamera& camera) {
         view.nearClip = camera.GetClipDist(time, CAM_HITHER_CLIP, valid);
         view.farClip = camera.GetClipDist(time, CAM_YON_CLIP, valid);
     }
-    package.params.AppendTable(view.lens, &camera, lensRows);
+    package.params.AppendTable(view.lens, &camera, CameraLens().rows);
     return view;
 }
 

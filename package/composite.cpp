@@ -47,7 +47,8 @@ void AppendLayers(JsonMembers& members, int count, Append append) {
 
 } // namespace
 
-void AppendCompositeMap(PackageContext& package, JsonMembers& members, MtlBase& map) {
+void AppendCompositeMap(PackageContext& package, JsonMembers& members, MtlBase& map,
+                        const ClassEntry&) {
     LayerTables tables(package.params, map);
     AppendLayers(members, tables.Count(L"blendMode"), [&](std::wstring& out, int i) {
         const std::wstring_view enabled = tables.Flag(L"mapEnabled", i);
@@ -64,7 +65,8 @@ void AppendCompositeMap(PackageContext& package, JsonMembers& members, MtlBase& 
     });
 }
 
-void AppendCompositeMaterial(PackageContext& package, JsonMembers& members, MtlBase& material) {
+void AppendCompositeMaterial(PackageContext& package, JsonMembers& members, MtlBase& material,
+                             const ClassEntry&) {
     LayerTables tables(package.params, material);
     AppendLayers(members, tables.Count(L"amount"), [&](std::wstring& out, int i) {
         out += L",\"mix_type\":";

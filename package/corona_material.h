@@ -3,9 +3,9 @@
 
 namespace brimwave {
 
-/// Members of Corona's physical and legacy materials: map amounts, what is computed from the
-/// roughness and refraction modes, then the values. Displacement limits and the scattering
-/// radius are written in metres.
-void AppendCoronaMaterial(PackageContext& package, JsonMembers& members, MtlBase& material);
+/// Members of Corona's physical and legacy materials that depend on their modes: roughness, index
+/// of refraction, metalness.
+void AppendCoronaModes(PackageContext& package, JsonMembers& members, MtlBase& material,
+                       const ClassEntry&);
 
 } // namespace brimwave

@@ -3,9 +3,9 @@
 
 namespace brimwave {
 
-/// Members of a Falloff map: colours, amounts and switches of its two sides, type, direction and
-/// distances. Its curve cannot be read. Where the host shows no parameters they are asked for
-/// through a script.
-void AppendFalloff(PackageContext& package, JsonMembers& members, MtlBase& map);
+/// The rows of a Falloff map whose parameters the host does not show, which is when there is no
+/// member yet: they are asked for through a script.
+void AppendHiddenFalloff(PackageContext&, JsonMembers& members, MtlBase& map,
+                         const ClassEntry& entry);
 
 } // namespace brimwave

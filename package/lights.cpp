@@ -3,46 +3,30 @@
 #include "host/attempt.h"
 #include "host/scene_walk.h"
 #include "host/sdk_compat.h"
+#include "package/classes/class_lists.h"
 #include "package/ies_profile.h"
-#include "package/light_tables.h"
+
+#include <algorithm>
 
 namespace brimwave {
 namespace {
 
-/// One kind of light: its class, the type under which it is written, and what is written.
-struct LightKind {
-    std::wstring_view className;
-    const wchar_t* type;
-    const ParamTable* table;
-    std::wstring_view iesParameter; // empty: none
-};
-
-const LightKind kinds[] = {
-    {L"CoronaLight", L"CoronaLight", &coronaLightTable, L"iesFile"},
-    {L"CoronaSun", L"CoronaSun", &coronaSunTable, {}},
-    {L"VRayLight", L"VRayLight", &vrayLightTable, {}},
-    {L"VRaySun", L"VRaySun", &vraySunTable, {}},
-    {L"VRayIES", L"VRayIES", &vrayIesTable, L"ies_file"},
-};
-
-/// Any other light that names a web file.
-const LightKind photometric = {{}, L"PhotometricLight", &photometricLightTable, L"webfile"};
-
 struct LightNode {
     INode* node;
-    const LightKind* kind;
+    const ClassEntry* entry;
     int group;
 };
 
-/// Null for what is no light of a known kind.
-const LightKind* KindOf(PackageContext& package, Object& object) {
+/// Null for what is no light of a known class.
+const ClassEntry* FindLight(PackageContext& package, Object& object) {
     const std::wstring className = ClassNameOf(object);
-    for (const LightKind& kind : kinds)
-        if (className == kind.className)
-            return &kind;
+    for (const ClassEntry& entry : Lights())
+        if (std::ranges::find(entry.classNames, className) != entry.classNames.end())
+            return &entry;
+    const ClassEntry& photometric = Lights().back();
     if (object.SuperClassID() != LIGHT_CLASS_ID)
         return nullptr;
-    const ParamValue web = package.params.FindParamValue(&object, photometric.iesParameter);
+    const ParamValue web = package.params.FindParamValue(&object, photometric.webFile);
     return web.stringValue.empty() ? nullptr : &photometric;
 }
 
@@ -53,12 +37,12 @@ class LightList {
 
     void Add(INode& node) {
         Object* const object = node.EvalWorldState(package_.Time(), TRUE).obj;
-        const LightKind* const kind = object ? KindOf(package_, *object) : nullptr;
-        if (!kind)
+        const ClassEntry* const entry = object ? FindLight(package_, *object) : nullptr;
+        if (!entry)
             return;
         const auto next = static_cast<int>(groups_.size());
         const int group = groups_.try_emplace(node.GetObjectRef(), next).first->second;
-        lights_.push_back({&node, kind, group});
+        lights_.push_back({&node, entry, group});
     }
     [[nodiscard]] const std::vector<LightNode>& Lights() const { return lights_; }
     [[nodiscard]] size_t GroupCount() const { return groups_.size(); }
@@ -112,17 +96,17 @@ class LightWriter {
             return;
         const std::wstring name = HostText(node.GetName());
         JsonMembers members;
-        package_.params.AppendTable(members, object, *light.kind->table, package_.metresPerUnit);
+        package_.params.AppendTable(members, object, light.entry->rows, package_.metresPerUnit);
         IesProfile ies;
-        if (!light.kind->iesParameter.empty())
-            ies = ReadIesProfile(package_, *object, light.kind->iesParameter);
+        if (!light.entry->webFile.empty())
+            ies = ReadIesProfile(package_, *object, light.entry->webFile);
         const std::wstring transform = TransformJson(package_, node, *object);
 
         std::wstring text = count_++ == 0 ? L",\n  \"lights\": [\n" : L",\n";
         text += L"  {\n    \"light_name\": ";
         AppendJsonString(text, name);
         text += L",\n    \"light_type\": \"";
-        text += light.kind->type;
+        text += light.entry->name;
         text += L"\",\n    ";
         if (ies.Named())
             members.AddString(L"ies_file", ies.stored);
@@ -133,7 +117,7 @@ class LightWriter {
             WriteIes(ies, name);
         out_.Append(L"\"transform\":" + transform + L",\n    \"instance_group\": " +
                     std::to_wstring(light.group) + L"\n  }");
-        package_.log.Add(std::wstring(L"  ") + light.kind->type + L" exported: " + name +
+        package_.log.Add(L"  " + std::wstring(light.entry->name) + L" exported: " + name +
                          L" (group " + std::to_wstring(light.group) + L")");
     }
 

@@ -3,32 +3,15 @@
 #include "host/number_text.h"
 #include "host/script.h"
 #include "host/script_reply.h"
+#include "package/classes/class_lists.h"
 #include "package/map_search.h"
-#include "package/param_table.h"
-#include "package/texmap_tables.h"
 
 #include "package_scripts_embedded.h"
 
 namespace brimwave {
 namespace {
 
-constexpr ParamRow outputBlockRows[] = {
-    {L"outputAmount", L"output_amount"},
-    {L"Output_Amount", L"output_amount"},
-    {L"rgbLevel", L"output_rgb_level"},
-    {L"RGB_Level", L"output_rgb_level"},
-    {L"rgbOffset", L"output_rgb_offset"},
-    {L"RGB_Offset", L"output_rgb_offset"},
-    {L"bumpAmount", L"output_bump_amount"},
-    {L"Bump_Amount", L"output_bump_amount"},
-    {L"invert", L"output_invert"},
-    {L"clamp", L"output_clamp"},
-    {L"alphaFromRGB", L"output_alpha_from_rgb"},
-    {L"enableColorMap", L"output_use_color_map"},
-    {L"useRGBColorMap", L"output_use_rgb_color_map"},
-};
-
-// The same through a script: numbers first, then flags as 1 or 0, in the order of these keys.
+// The output through a script: numbers first, then flags as 1 or 0, in the order of these keys.
 constexpr std::wstring_view outputNumberKeys[] = {L"output_amount", L"output_rgb_level",
                                                   L"output_rgb_offset", L"output_bump_amount"};
 constexpr std::wstring_view outputFlagKeys[] = {L"output_invert", L"output_clamp",
@@ -92,13 +75,12 @@ void AppendMapOutput(PackageContext& package, JsonMembers& members, MtlBase& obj
     if (!output)
         return;
     const size_t before = members.size();
-    package.params.AppendTable(members, output, outputBlockRows);
+    package.params.AppendTable(members, output, MapOutput().rows);
     if (members.size() == before)
         AppendOutputByScript(members, object);
 }
 
-void AppendGradientRamp(PackageContext& package, JsonMembers& members, MtlBase& map) {
-    package.params.AppendTable(members, &map, gradientRampTable);
+void AppendRampFlags(PackageContext&, JsonMembers& members, MtlBase& map, const ClassEntry&) {
     const auto reply = RunOnMap(map, MapSearch::GradientRamp,
                                 FillScript(package_scripts_embedded::gradient_ramp_ms));
     if (!reply || reply->empty())

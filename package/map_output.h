@@ -8,8 +8,9 @@ namespace brimwave {
 /// where the host shows none.
 void AppendMapOutput(PackageContext& package, JsonMembers& members, MtlBase& object);
 
-/// Members of a Gradient Ramp: its table, then "flags", a list of {"position" 0..1, "color"}
-/// in the ramp's order, as far as the host lets them be read.
-void AppendGradientRamp(PackageContext& package, JsonMembers& members, MtlBase& map);
+/// "flags" of a Gradient Ramp: a list of {"position" 0..1, "color"} in the ramp's order, as far as
+/// the host lets them be read.
+void AppendRampFlags(PackageContext& package, JsonMembers& members, MtlBase& map,
+                     const ClassEntry&);
 
 } // namespace brimwave

@@ -7,7 +7,7 @@
 
 namespace brimwave {
 
-struct ClassRow;
+struct ClassEntry;
 
 /// What the writers of one package share. Lives as long as that package's writing.
 struct PackageContext {
@@ -16,8 +16,8 @@ struct PackageContext {
     ParamReader params;
     NodeRegistry registry;
     AssetFinder assets;
-    /// By the class names met so far; null for one without a writer.
-    std::unordered_map<std::wstring, const ClassRow*, TextHash, std::equal_to<>> classRows;
+    /// By the types met so far; null for an unknown class.
+    std::unordered_map<std::wstring, const ClassEntry*, TextHash, std::equal_to<>> classes;
     NodeScratch nodeScratch;
     float metresPerUnit = 1;
 

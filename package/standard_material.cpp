@@ -1,7 +1,6 @@
 #include "package/standard_material.h"
 
 #include "host/map_slots.h"
-#include "package/material_tables.h"
 
 namespace brimwave {
 namespace {
@@ -90,15 +89,19 @@ void AppendMapSlots(PackageContext& package, JsonMembers& members, Mtl& material
 
 } // namespace
 
-void AppendStandardMaterial(PackageContext& package, JsonMembers& members, Mtl& material) {
-    package.params.AppendTable(members, &material, standardMaterialTable);
-    StandardParams params(package.params, material);
+void AppendStandardMaterial(PackageContext& package, JsonMembers& members, MtlBase& object,
+                            const ClassEntry&) {
+    auto* const material = dynamic_cast<Mtl*>(&object);
+    if (!material)
+        return;
+    package.params.AppendParamJson(members, material, L"shaderByName", L"shader_name");
+    StandardParams params(package.params, *material);
     for (const ShaderRow& row : shaderRows) {
         if (row.key == L"two_sided")
             AppendSelfIllumination(params, members);
         AppendFirst(params, members, row);
     }
-    AppendMapSlots(package, members, material);
+    AppendMapSlots(package, members, *material);
 }
 
 } // namespace brimwave

@@ -183,8 +183,8 @@ TEST(ParamReader, TablesOfRowsFollowTheirOrderForEachLayout) {
                                  {L"missing", L"M"},
                                  {L"a", L"A"},
                                  {L"B", L"A"},
-                                 {L"length", L"L", RowUnit::Length},
-                                 {L"name", L"N", RowUnit::Length}};
+                                 {L"length", L"L", {}, RowUnit::Length},
+                                 {L"name", L"N", {}, RowUnit::Length}};
     ParamReader params;
     const auto text = [&](Mtl* subject) {
         JsonMembers members;

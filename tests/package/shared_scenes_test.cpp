@@ -1,4 +1,7 @@
 // Packages of real scenes, against what their source files say.
+#include "host/text.h"
+#include "package/class_dispatch.h"
+#include "package/classes/class_entry.h"
 #include "sceneconv/warnings.h"
 #include "sceneconv/write_scene.h"
 #include "simhost/files/scene_file.h"
@@ -192,12 +195,7 @@ MaterialParams(const std::filesystem::path& path) {
 TEST_F(SharedScenes, PhysicalMaterialsCarryTheirParameters) {
     const std::string file = "pbr_textures/PBR_Textures.FBX";
     const auto source = MaterialParams(Path(file));
-    std::ifstream rowFile(BRIMWAVE_SOURCE_DIR "/tests/package/class_rows.json");
-    json rows;
-    const json tables = json::parse(rowFile).at("tables");
-    for (const json& table : tables)
-        if (table.at("classes").at(0) == "Physical Material")
-            rows = table.at("rows");
+    const std::vector<ParamRow>& rows = FindClass(L"Physical Material")->rows;
     std::map<std::string, json> nodes; // by material name, each in full once
     const json document = PackageOf(file).document;
     for (const json& object : document.at("objects"))
@@ -209,10 +207,10 @@ TEST_F(SharedScenes, PhysicalMaterialsCarryTheirParameters) {
         ASSERT_TRUE(source.contains(name)) << name;
         EXPECT_EQ(node.at("type"), "Physical Material");
         int compared = 0;
-        for (const json& row : rows) {
-            const std::string key = row.at(1);
+        for (const ParamRow& row : rows) {
+            const std::string key = WideToUtf8(row.key);
             ASSERT_TRUE(node.contains(key)) << name << " " << key;
-            const auto param = source.at(name).find(row.at(0).get<std::string>());
+            const auto param = source.at(name).find(WideToUtf8(row.param));
             if (param == source.at(name).end())
                 continue; // the file's host was older than this parameter
             const json& value = node.at(key);
