@@ -1,176 +1,56 @@
 #include "host/json_text.h"
 
+#include "host/number_text.h"
+
 #include <max.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 
 namespace brimwave {
 namespace {
 
-// What these write ends at the pointer that they return; the room must be there.
-constexpr size_t longestNumber = 32;
-constexpr size_t longestTriple = 3 * longestNumber + 4;
-constexpr size_t longestEscape = 6; // \uXXXX
-
-wchar_t* Write(wchar_t* out, std::wstring_view text) {
-    return std::copy(text.begin(), text.end(), out);
-}
-
-/// Places a point before the last `decimals` digits, with as many zeros before them as it takes.
-char* WriteWithPoint(char* out, std::uint32_t digits, int decimals) {
-    char text[16];
-    const auto count = static_cast<int>(std::to_chars(text, text + sizeof text, digits).ptr - text);
-    const char* next = text;
-    for (int place = std::max(count - decimals, 1); place > 0; --place)
-        *out++ = count > decimals ? *next++ : '0';
-    if (decimals == 0)
-        return out;
-    *out++ = '.';
-    out = std::fill_n(out, std::max(decimals - count, 0), '0');
-    return std::copy(next, static_cast<const char*>(text) + count, out);
-}
-
-/// The text of a number between these, which has no exponent. Most numbers of a scene are such, and
-/// the general way takes several times as long.
-constexpr double leastFixed = 1e-4;
-constexpr double mostFixed = 999999.5;
-
-char* WriteFixed(char* out, double magnitude) {
-    // A float has 24 bits and the power of ten at most 21 beside its twos: every product is exact.
-    int decimals = 0;
-    for (; magnitude < 100000; magnitude *= 10)
-        ++decimals;
-    auto digits = static_cast<std::uint32_t>(magnitude);
-    const double rest = magnitude - digits;
-    if (rest > 0.5 || (rest == 0.5 && digits % 2 == 1)) // ties to even
-        ++digits;
-    while (decimals > 0 && digits % 10 == 0) {
-        digits /= 10;
-        --decimals;
-    }
-    return WriteWithPoint(out, digits, decimals);
-}
-
-/// Six significant digits of a number that is finite and not negative.
-char* WriteMagnitude(char* out, char* end, double magnitude) {
-    if (magnitude < mostFixed) {
-        const auto whole = static_cast<std::uint32_t>(magnitude);
-        if (whole == magnitude)
-            return std::to_chars(out, end, whole).ptr;
-        if (magnitude >= leastFixed)
-            return WriteFixed(out, magnitude);
-    }
-    return std::to_chars(out, end, magnitude, std::chars_format::general, 6).ptr;
-}
-
-wchar_t* WriteFloat(wchar_t* out, float value) {
-    if (!std::isfinite(value))
-        return Write(out, L"null");
-    if (std::signbit(value))
-        *out++ = L'-';
-    char text[longestNumber];
-    return std::copy(
-        text, WriteMagnitude(text, std::end(text), std::abs(static_cast<double>(value))), out);
-}
-
-wchar_t* WriteInt(wchar_t* out, std::int64_t value) {
-    char text[longestNumber];
-    return std::copy(text, std::to_chars(text, std::end(text), value).ptr, out);
-}
-
-wchar_t* WriteTriple(wchar_t* out, float a, float b, float c) {
-    *out++ = L'[';
-    out = WriteFloat(out, a);
-    *out++ = L',';
-    out = WriteFloat(out, b);
-    *out++ = L',';
-    out = WriteFloat(out, c);
-    *out++ = L']';
-    return out;
-}
-
 bool NeedsEscape(wchar_t unit) {
-    return (static_cast<std::uint32_t>(unit) < 32) | (unit == L'"') | (unit == L'\\');
+    return static_cast<std::uint32_t>(unit) < 32 || unit == L'"' || unit == L'\\';
 }
 
-size_t CountEscapes(std::wstring_view text) {
-    size_t count = 0;
-    for (const wchar_t unit : text)
-        count += NeedsEscape(unit);
-    return count;
-}
-
-wchar_t HexDigit(unsigned value) {
-    return L"0123456789abcdef"[value & 15];
-}
-
-wchar_t* WriteEscape(wchar_t* out, wchar_t unit) {
+void AppendEscape(std::wstring& out, wchar_t unit) {
+    constexpr std::wstring_view hex = L"0123456789abcdef";
     switch (unit) {
     case L'\t':
-        return Write(out, L"\\t");
+        out += L"\\t";
+        return;
     case L'\n':
-        return Write(out, L"\\n");
+        out += L"\\n";
+        return;
     case L'\r':
-        return Write(out, L"\\r");
+        out += L"\\r";
+        return;
     case L'"':
-        return Write(out, L"\\\"");
     case L'\\':
-        return Write(out, L"\\\\");
-    default: {
-        const auto code = static_cast<unsigned>(unit);
-        out = Write(out, L"\\u00");
-        *out++ = HexDigit(code >> 4);
-        *out++ = HexDigit(code);
-        return out;
-    }
+        out += L'\\';
+        out += unit;
+        return;
+    default:
+        out += L"\\u00";
+        out += hex[static_cast<size_t>(unit) >> 4];
+        out += hex[static_cast<size_t>(unit) & 15];
     }
 }
 
-wchar_t* WriteEscaped(wchar_t* out, std::wstring_view text) {
-    for (const wchar_t unit : text) {
-        if (NeedsEscape(unit))
-            out = WriteEscape(out, unit);
-        else
-            *out++ = unit;
+void AppendEscaped(std::wstring& out, std::wstring_view text) {
+    for (;;) {
+        const auto escape = std::find_if(text.begin(), text.end(), NeedsEscape);
+        const auto plain = static_cast<size_t>(escape - text.begin());
+        out += text.substr(0, plain);
+        if (plain == text.size())
+            return;
+        AppendEscape(out, *escape);
+        text.remove_prefix(plain + 1);
     }
-    return out;
 }
 
 } // namespace
-
-void AppendJsonFloat(std::wstring& out, float value) {
-    wchar_t text[longestNumber];
-    out.append(text, static_cast<size_t>(WriteFloat(text, value) - text));
-}
-
-void AppendJsonInt(std::wstring& out, std::int64_t value) {
-    wchar_t text[longestNumber];
-    out.append(text, static_cast<size_t>(WriteInt(text, value) - text));
-}
-
-void AppendJsonTriple(std::wstring& out, float a, float b, float c) {
-    wchar_t text[longestTriple];
-    out.append(text, static_cast<size_t>(WriteTriple(text, a, b, c) - text));
-}
-
-void AppendJsonEscaped(std::wstring& out, std::wstring_view text) {
-    const size_t escapes = CountEscapes(text);
-    if (escapes == 0) {
-        out += text;
-        return;
-    }
-    const size_t size = out.size();
-    out.resize(size + text.size() + escapes * longestEscape);
-    out.resize(static_cast<size_t>(WriteEscaped(out.data() + size, text) - out.data()));
-}
-
-void AppendJsonString(std::wstring& out, std::wstring_view text) {
-    out += L'"';
-    AppendJsonEscaped(out, text);
-    out += L'"';
-}
 
 std::wstring FormatJsonFloat(float value) {
     std::wstring text;
@@ -202,7 +82,7 @@ std::wstring FormatJsonQuat(const Quat& rotation) {
 std::wstring EscapeJsonString(std::wstring_view text) {
     std::wstring escaped;
     escaped.reserve(text.size() + 8);
-    AppendJsonEscaped(escaped, text);
+    AppendEscaped(escaped, text);
     return escaped;
 }
 
@@ -210,42 +90,60 @@ std::wstring_view BoolToJson(bool value) {
     return value ? L"true" : L"false";
 }
 
-/// Where the next text is written, at most `size` units.
-inline wchar_t* JsonMembers::Room(size_t size) {
-    const size_t used = TextSize();
-    if (text_.size() < used + size)
-        text_.resize(std::max(used + size, 2 * text_.size()));
-    return text_.data() + used;
+void AppendJsonFloat(std::wstring& out, float value) {
+    if (std::isfinite(value))
+        AppendNumber(out, value);
+    else
+        out += L"null";
 }
 
-/// Writes the key; `valueSize` units at most follow.
-inline wchar_t* JsonMembers::Begin(std::wstring_view key, size_t valueSize) {
-    wchar_t* out = Room(key.size() + 3 + valueSize);
-    *out++ = L'"';
-    out = Write(out, key);
-    *out++ = L'"';
-    *out++ = L':';
-    return out;
+void AppendJsonInt(std::wstring& out, std::int64_t value) {
+    AppendNumber(out, value);
 }
 
-inline void JsonMembers::End(const wchar_t* end) {
-    ends_.push_back(static_cast<size_t>(end - text_.data()));
+void AppendJsonTriple(std::wstring& out, float a, float b, float c) {
+    out += L'[';
+    AppendJsonFloat(out, a);
+    out += L',';
+    AppendJsonFloat(out, b);
+    out += L',';
+    AppendJsonFloat(out, c);
+    out += L']';
+}
+
+void AppendJsonString(std::wstring& out, std::wstring_view text) {
+    out += L'"';
+    AppendEscaped(out, text);
+    out += L'"';
+}
+
+void JsonMembers::Begin(std::wstring_view key) {
+    text_ += L'"';
+    text_ += key;
+    text_ += L"\":";
 }
 
 void JsonMembers::Add(std::wstring_view member) {
-    End(Write(Room(member.size()), member));
+    text_ += member;
+    End();
 }
 
 void JsonMembers::AddRaw(std::wstring_view key, std::wstring_view value) {
-    End(Write(Begin(key, value.size()), value));
+    Begin(key);
+    text_ += value;
+    End();
 }
 
 void JsonMembers::AddFloat(std::wstring_view key, float value) {
-    End(WriteFloat(Begin(key, longestNumber), value));
+    Begin(key);
+    AppendJsonFloat(text_, value);
+    End();
 }
 
 void JsonMembers::AddInt(std::wstring_view key, std::int64_t value) {
-    End(WriteInt(Begin(key, longestNumber), value));
+    Begin(key);
+    AppendJsonInt(text_, value);
+    End();
 }
 
 void JsonMembers::AddBool(std::wstring_view key, bool value) {
@@ -253,18 +151,27 @@ void JsonMembers::AddBool(std::wstring_view key, bool value) {
 }
 
 void JsonMembers::AddString(std::wstring_view key, std::wstring_view text) {
-    wchar_t* out = Begin(key, text.size() + CountEscapes(text) * longestEscape + 2);
-    *out++ = L'"';
-    out = WriteEscaped(out, text);
-    *out++ = L'"';
-    End(out);
+    Begin(key);
+    AppendJsonString(text_, text);
+    End();
 }
 
 void JsonMembers::AddTriple(std::wstring_view key, float a, float b, float c) {
-    End(WriteTriple(Begin(key, longestTriple), a, b, c));
+    Begin(key);
+    AppendJsonTriple(text_, a, b, c);
+    End();
+}
+
+std::wstring JoinJsonMembers(const JsonMembers& members, std::wstring_view prefix) {
+    std::wstring joined;
+    AppendJoined(joined, members, prefix);
+    return joined;
 }
 
 void AppendJoined(std::wstring& out, const JsonMembers& members, std::wstring_view prefix) {
+    const auto write = [](wchar_t* at, std::wstring_view text) {
+        return std::copy(text.begin(), text.end(), at);
+    };
     constexpr std::wstring_view separator = L",\n";
     const size_t size = out.size();
     const size_t between = separator.size() + prefix.size();
@@ -272,16 +179,10 @@ void AppendJoined(std::wstring& out, const JsonMembers& members, std::wstring_vi
     wchar_t* next = out.data() + size;
     for (size_t i = 0; i < members.size(); ++i) {
         if (i > 0)
-            next = Write(next, separator);
-        next = Write(Write(next, prefix), members[i]);
+            next = write(next, separator);
+        next = write(write(next, prefix), members[i]);
     }
     out.resize(static_cast<size_t>(next - out.data()));
-}
-
-std::wstring JoinJsonMembers(const JsonMembers& members, std::wstring_view prefix) {
-    std::wstring joined;
-    AppendJoined(joined, members, prefix);
-    return joined;
 }
 
 } // namespace brimwave

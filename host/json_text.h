@@ -27,7 +27,6 @@ namespace brimwave {
 void AppendJsonFloat(std::wstring& out, float value);
 void AppendJsonInt(std::wstring& out, std::int64_t value);
 void AppendJsonTriple(std::wstring& out, float a, float b, float c);
-void AppendJsonEscaped(std::wstring& out, std::wstring_view text);
 /// With the quotes around it.
 void AppendJsonString(std::wstring& out, std::wstring_view text);
 
@@ -54,14 +53,16 @@ class JsonMembers {
         return {text_.data() + begin, ends_[i] - begin};
     }
     /// Units of all texts together.
-    [[nodiscard]] size_t TextSize() const { return empty() ? 0 : ends_.back(); }
-    void clear() { ends_.clear(); }
+    [[nodiscard]] size_t TextSize() const { return text_.size(); }
+    void clear() {
+        text_.clear();
+        ends_.clear();
+    }
 
   private:
-    wchar_t* Room(size_t size);
-    wchar_t* Begin(std::wstring_view key, size_t valueSize);
-    void End(const wchar_t* end);
-    std::wstring text_; // with room after the last one
+    void Begin(std::wstring_view key);
+    void End() { ends_.push_back(text_.size()); }
+    std::wstring text_;
     std::vector<size_t> ends_;
 };
 

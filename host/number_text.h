@@ -1,10 +1,16 @@
 #pragma once
-// Numbers at the head of a text.
+// Numbers as text, and at the head of a text.
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace brimwave {
+
+/// Appends a finite number: six significant digits in general notation, with a point as decimal
+/// mark, as a stream in the classic locale writes it.
+void AppendNumber(std::wstring& out, float value);
+void AppendNumber(std::wstring& out, std::int64_t value);
 
 /// Decimal number, leading blanks skipped and whatever follows ignored; always with a point as
 /// decimal mark. False when there is none.

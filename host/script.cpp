@@ -29,25 +29,8 @@ std::wstring_view TextOf(std::string_view name,
     return {};
 }
 
-} // namespace
-
-std::wstring FillScript(std::string_view script,
-                        std::initializer_list<ScriptPlaceholder> placeholders) {
-    std::wstring filled;
-    for (size_t open; (open = script.find("{{")) != std::string_view::npos;) {
-        const size_t length = script.find("}}", open) - open;
-        const std::wstring_view text = TextOf(script.substr(open + 2, length - 2), placeholders);
-        filled.append(script.begin(), script.begin() + open);
-        if (filled.ends_with(L'"'))
-            filled += EscapeScriptString(text);
-        else
-            filled += text;
-        script.remove_prefix(open + length + 2);
-    }
-    return filled.append(script.begin(), script.end());
-}
-
-std::wstring EscapeScriptString(std::wstring_view text) {
+/// A text that stands for `text` inside a script's double quotes.
+std::wstring Escaped(std::wstring_view text) {
     std::wstring escaped;
     escaped.reserve(text.size() + 8);
     for (const wchar_t unit : text) {
@@ -61,6 +44,24 @@ std::wstring EscapeScriptString(std::wstring_view text) {
             escaped += unit;
     }
     return escaped;
+}
+
+} // namespace
+
+std::wstring FillScript(std::string_view script,
+                        std::initializer_list<ScriptPlaceholder> placeholders) {
+    std::wstring filled;
+    for (size_t open; (open = script.find("{{")) != std::string_view::npos;) {
+        const size_t length = script.find("}}", open) - open;
+        const std::wstring_view text = TextOf(script.substr(open + 2, length - 2), placeholders);
+        filled.append(script.begin(), script.begin() + open);
+        if (filled.ends_with(L'"'))
+            filled += Escaped(text);
+        else
+            filled += text;
+        script.remove_prefix(open + length + 2);
+    }
+    return filled.append(script.begin(), script.end());
 }
 
 std::optional<std::wstring> RunScriptString(const std::wstring& script) {

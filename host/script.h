@@ -14,14 +14,11 @@ struct ScriptPlaceholder {
 };
 
 /// An embedded script (plain ASCII) as the host takes it, every placeholder filled. A text that
-/// comes right behind a double quote is escaped (see EscapeScriptString), any other is placed as
-/// it stands, and none is searched for placeholders. One whose name is not given is left out.
+/// comes right behind a double quote is escaped: no name can end the string, change by an escape,
+/// or run code. Any other is placed as it stands, and none is searched for placeholders. One whose
+/// name is not given is left out.
 [[nodiscard]] std::wstring FillScript(std::string_view script,
                                       std::initializer_list<ScriptPlaceholder> placeholders = {});
-
-/// A text that stands for `text` inside a script's double quotes: no name can end the string,
-/// change by an escape, or run code.
-[[nodiscard]] std::wstring EscapeScriptString(std::wstring_view text);
 
 /// Runs a script in the host, errors kept quiet, and returns its text. Nothing when the host
 /// refuses or breaks off the script, and when its value is no text.

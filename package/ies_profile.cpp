@@ -33,15 +33,12 @@ IesProfile ReadIesProfile(PackageContext& package, Animatable& light, std::wstri
 
 size_t AppendIesText(Utf8Store& out, std::string_view bytes) {
     size_t characters = 0;
-    std::wstring escaped;
     while (!bytes.empty()) {
         const size_t length = PieceLength(bytes);
         const std::wstring text = DecodeText(bytes.substr(0, length), TextEncoding::System);
         bytes.remove_prefix(length);
         characters += text.size();
-        escaped.clear();
-        AppendJsonEscaped(escaped, text);
-        out.Append(escaped);
+        out.Append(EscapeJsonString(text));
     }
     return characters;
 }

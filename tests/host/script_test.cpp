@@ -6,10 +6,13 @@
 namespace brimwave {
 namespace {
 
-TEST(EscapeScriptString, NoNameEndsTheString) {
-    EXPECT_EQ(EscapeScriptString(L"a\"); quitMax(); (\""), L"a\\\"); quitMax(); (\\\"");
-    EXPECT_EQ(EscapeScriptString(L"C:\\temp\\"), L"C:\\\\temp\\\\");
-    EXPECT_EQ(EscapeScriptString(L"a\r\nb"), L"a\\r\\nb");
+TEST(FillScript, NoNameEndsTheString) {
+    const auto quoted = [](std::wstring_view name) {
+        return FillScript("\"{{name}}\"", {{"name", name}});
+    };
+    EXPECT_EQ(quoted(L"a\"); quitMax(); (\""), L"\"a\\\"); quitMax(); (\\\"\"");
+    EXPECT_EQ(quoted(L"C:\\temp\\"), L"\"C:\\\\temp\\\\\"");
+    EXPECT_EQ(quoted(L"a\r\nb"), L"\"a\\r\\nb\"");
 }
 
 TEST(FillScript, PlacesEachTextOnceAndEscapesItBehindAQuote) {
