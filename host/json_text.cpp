@@ -156,33 +156,22 @@ void JsonMembers::AddString(std::wstring_view key, std::wstring_view text) {
     End();
 }
 
-void JsonMembers::AddTriple(std::wstring_view key, float a, float b, float c) {
-    Begin(key);
-    AppendJsonTriple(text_, a, b, c);
-    End();
-}
-
 std::wstring JoinJsonMembers(const JsonMembers& members, std::wstring_view prefix) {
-    std::wstring joined;
-    AppendJoined(joined, members, prefix);
-    return joined;
-}
-
-void AppendJoined(std::wstring& out, const JsonMembers& members, std::wstring_view prefix) {
-    const auto write = [](wchar_t* at, std::wstring_view text) {
-        return std::copy(text.begin(), text.end(), at);
-    };
     constexpr std::wstring_view separator = L",\n";
-    const size_t size = out.size();
     const size_t between = separator.size() + prefix.size();
-    out.resize(size + members.TextSize() + members.size() * between); // one growth for all
-    wchar_t* next = out.data() + size;
+    std::wstring joined(members.TextSize() + members.size() * between, L'\0');
+    wchar_t* next = joined.data();
+    const auto write = [&](std::wstring_view text) {
+        next = std::copy(text.begin(), text.end(), next);
+    };
     for (size_t i = 0; i < members.size(); ++i) {
         if (i > 0)
-            next = write(next, separator);
-        next = write(write(next, prefix), members[i]);
+            write(separator);
+        write(prefix);
+        write(members[i]);
     }
-    out.resize(static_cast<size_t>(next - out.data()));
+    joined.resize(static_cast<size_t>(next - joined.data()));
+    return joined;
 }
 
 } // namespace brimwave

@@ -43,8 +43,6 @@ class JsonMembers {
     void AddBool(std::wstring_view key, bool value);
     /// `"key":"text"`, escaped.
     void AddString(std::wstring_view key, std::wstring_view text);
-    /// `"key":[a,b,c]`.
-    void AddTriple(std::wstring_view key, float a, float b, float c);
 
     [[nodiscard]] bool empty() const { return ends_.empty(); }
     [[nodiscard]] size_t size() const { return ends_.size(); }
@@ -68,6 +66,5 @@ class JsonMembers {
 
 /// Each member preceded by `prefix`, members separated by ",\n"; "" for none.
 [[nodiscard]] std::wstring JoinJsonMembers(const JsonMembers& members, std::wstring_view prefix);
-void AppendJoined(std::wstring& out, const JsonMembers& members, std::wstring_view prefix);
 
 } // namespace brimwave

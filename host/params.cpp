@@ -219,9 +219,10 @@ void AppendParamValue(JsonMembers& members, std::wstring_view key, const ParamVa
     case ParamKind::String:
         return members.AddString(key, value.stringValue);
     case ParamKind::Color:
-        return members.AddTriple(key, value.color.r, value.color.g, value.color.b);
+        return members.AddRaw(key, FormatJsonColor(value.color.r, value.color.g, value.color.b));
     case ParamKind::Vector:
-        return members.AddTriple(key, value.vector.x, value.vector.y, value.vector.z);
+        return members.AddRaw(key,
+                              FormatJsonPoint3(value.vector.x, value.vector.y, value.vector.z));
     }
 }
 

@@ -102,7 +102,7 @@ std::wstring BuildEnvironmentJson(PackageContext& package) {
     const bool useMap =
         ReadOr(package, false, [&] { return package.host.GetUseEnvironmentMap() != FALSE; });
     std::wstring text = L",\n  \"environment\": {\n    \"background_color\": ";
-    AppendJsonTriple(text, color.x, color.y, color.z);
+    text += FormatJsonColor(color.x, color.y, color.z);
     text += L",\n    \"use_map\": ";
     text += BoolToJson(useMap);
     text += L",\n    \"map\": " + EnvironmentMap(package, useMap);

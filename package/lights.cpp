@@ -110,7 +110,7 @@ class LightWriter {
         text += L"\",\n    ";
         if (ies.Named())
             members.AddString(L"ies_file", ies.stored);
-        AppendJoined(text, members, L"");
+        text += JoinJsonMembers(members, L"");
         text += members.empty() ? L"" : L",\n";
         out_.Append(text);
         if (ies.Named())

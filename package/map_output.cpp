@@ -64,7 +64,7 @@ void AppendRampFlag(std::wstring& list, std::wstring_view field) {
     list += list.size() > 1 ? L",{\"position\":" : L"{\"position\":";
     AppendJsonFloat(list, position / 100.0f);
     list += L",\"color\":";
-    AppendJsonTriple(list, r / 255.0f, g / 255.0f, b / 255.0f);
+    list += FormatJsonColor(r / 255.0f, g / 255.0f, b / 255.0f);
     list += L'}';
 }
 

@@ -79,7 +79,7 @@ class NodeWriter {
         WriteClassParams(package_, members, object, type);
         if (!members.empty()) {
             out_ += L",\n"sv;
-            AppendJoined(out_, members, indent);
+            out_ += JoinJsonMembers(members, indent);
         }
     }
 

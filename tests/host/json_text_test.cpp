@@ -98,7 +98,7 @@ TEST(JsonMembers, KeepsTextsAndJoins) {
     members.AddInt(L"i", -7);
     members.AddBool(L"b", true);
     members.AddString(L"s", L"q\"");
-    members.AddTriple(L"c", 1, 0.5f, 0);
+    members.AddRaw(L"c", FormatJsonColor(1, 0.5f, 0));
     members.AddRaw(L"raw", L"[]");
     ASSERT_EQ(members.size(), 7u);
     EXPECT_EQ(members[2], L"\"i\":-7");
