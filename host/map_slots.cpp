@@ -62,7 +62,7 @@ class SlotSwitches {
 /// The first parameter that holds the map and that no earlier slot has taken.
 const TexmapParam* SlotSwitches::TakeParamOf(Texmap* map) {
     if (!listed_)
-        texmaps_ = params_.ListTexmapParams(&object_);
+        texmaps_ = params_.CollectTexmapParams(&object_);
     listed_ = true;
     for (TexmapParam& param : texmaps_) {
         if (param.map != map)

@@ -114,7 +114,7 @@ std::optional<float> ParamReader::FindTabNumber(Animatable* object, std::wstring
     return number;
 }
 
-std::vector<TexmapParam> ParamReader::ListTexmapParams(Animatable* object) {
+std::vector<TexmapParam> ParamReader::CollectTexmapParams(Animatable* object) {
     std::vector<TexmapParam> params;
     const auto& indexes = Open(object).Blocks();
     for (size_t i = 0; i < indexes.size(); ++i) {
@@ -132,7 +132,7 @@ std::vector<TexmapParam> ParamReader::ListTexmapParams(Animatable* object) {
 }
 
 std::wstring ParamReader::FindTexmapParamName(Animatable* object, Texmap* map) {
-    for (const TexmapParam& param : ListTexmapParams(object))
+    for (const TexmapParam& param : CollectTexmapParams(object))
         if (map && param.map == map && param.index < 0)
             return std::wstring(param.name);
     return {};
@@ -141,7 +141,7 @@ std::wstring ParamReader::FindTexmapParamName(Animatable* object, Texmap* map) {
 std::wstring ParamReader::FindTexmapTabParamName(Animatable* object, Texmap* map, int* index) {
     if (index)
         *index = -1;
-    for (const TexmapParam& param : ListTexmapParams(object)) {
+    for (const TexmapParam& param : CollectTexmapParams(object)) {
         if (!map || param.map != map || param.index < 0)
             continue;
         if (index)

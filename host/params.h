@@ -56,7 +56,7 @@ class ParamReader {
     [[nodiscard]] std::wstring FindTexmapTabParamName(Animatable* object, Texmap* map,
                                                       int* index = nullptr);
     /// Every parameter and table element that holds a map, in block and definition order.
-    [[nodiscard]] std::vector<TexmapParam> ListTexmapParams(Animatable* object);
+    [[nodiscard]] std::vector<TexmapParam> CollectTexmapParams(Animatable* object);
 
     /// Appends the names of all TYPE_BOOL (TYPE_BOOL_TAB) parameters, in the same order.
     void ListBoolParamNames(Animatable* object, std::vector<std::wstring>& names);

@@ -99,7 +99,7 @@ PaintedFaces PaintFaces(const Mesh& mesh, std::uint32_t object, const ChoiceOfId
     IdChoices choices(choiceOfId);
     MeshElements elements;
     if (AnyByElement(mesh, choices))
-        elements = FindMeshElements(mesh);
+        elements = CollectMeshElements(mesh);
     painted.elements = elements.count;
 
     Palette palette(painted.colors);

@@ -49,7 +49,7 @@ std::int32_t FirstVertex(const Face& face, DWORD vertexCount) {
 
 } // namespace
 
-MeshElements FindMeshElements(const Mesh& mesh) {
+MeshElements CollectMeshElements(const Mesh& mesh) {
     const auto vertexCount = static_cast<DWORD>(mesh.getNumVerts());
     VertexSets sets(vertexCount);
     for (int f = 0; f < mesh.getNumFaces(); ++f) {

@@ -14,6 +14,6 @@ struct MeshElements {
 };
 
 /// Costs time in proportion to faces and vertices. Corners that name no vertex connect nothing.
-[[nodiscard]] MeshElements FindMeshElements(const Mesh& mesh);
+[[nodiscard]] MeshElements CollectMeshElements(const Mesh& mesh);
 
 } // namespace brimwave

@@ -154,7 +154,7 @@ void Report(benchmark::State& state, const std::string& path) {
     state.counters["bytes"] = static_cast<double>(fs::file_size(path));
     state.counters["per_object"] = benchmark::Counter(
         static_cast<double>(state.range(0)),
-        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::invert);
+        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
 void WritePackage(benchmark::State& state) {
@@ -179,7 +179,7 @@ BENCHMARK(WritePackage)
     ->ArgNames({"objects", "one_name"})
     ->ArgsProduct({{1000, 10000, 100000}, {0}})
     ->Args({100000, 1})
-    ->Unit(benchmark::millisecond);
+    ->Unit(benchmark::kMillisecond);
 
 /// A light with an IES file of 100 MB.
 void EmbedIesFile(benchmark::State& state) {
@@ -203,7 +203,7 @@ void EmbedIesFile(benchmark::State& state) {
     state.counters["bytes"] = static_cast<double>(fs::file_size(folder.File()));
     state.counters["memory/bytes"] = peak / state.counters["bytes"];
 }
-BENCHMARK(EmbedIesFile)->Unit(benchmark::millisecond);
+BENCHMARK(EmbedIesFile)->Unit(benchmark::kMillisecond);
 
 enum class Call : std::uint8_t {
     Null,
@@ -343,13 +343,13 @@ BENCHMARK(Yardstick<rapidjson::UTF16<wchar_t>>)
     ->Arg(1000)
     ->Arg(10000)
     ->Arg(100000)
-    ->Unit(benchmark::millisecond);
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(Yardstick<rapidjson::UTF8<>>)
     ->ArgNames({"objects"})
     ->Arg(1000)
     ->Arg(10000)
     ->Arg(100000)
-    ->Unit(benchmark::millisecond);
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace brimwave

@@ -54,7 +54,7 @@ void MaterialNames(benchmark::State& state) {
 BENCHMARK(MaterialNames)
     ->ArgNames({"materials", "names"})
     ->ArgsProduct({{25000, 50000, 100000}, {1, 0}})
-    ->Unit(benchmark::millisecond);
+    ->Unit(benchmark::kMillisecond);
 
 /// Bitmap maps of distinct files, all of them in one folder of the test's own, which is where
 /// the job folder lies as well. A real disk's share is by far the largest and varies by itself:
@@ -99,7 +99,7 @@ BENCHMARK_REGISTER_F(TextureFiles, Collect)
     ->Arg(5000)
     ->Arg(10000)
     ->Arg(20000)
-    ->Unit(benchmark::millisecond);
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 } // namespace brimwave

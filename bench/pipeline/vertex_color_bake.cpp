@@ -94,14 +94,14 @@ void Elements(benchmark::State& state) {
     Mesh mesh;
     FillMesh(mesh, static_cast<int>(state.range(0)), state.range(1) != 0);
     for (auto run : state)
-        if (FindMeshElements(mesh).count != static_cast<std::uint32_t>(state.range(0)))
+        if (CollectMeshElements(mesh).count != static_cast<std::uint32_t>(state.range(0)))
             state.SkipWithError("another number of elements");
     CountFaces(state, mesh);
 }
 
 // 200,000 and 600,000 faces, and two million.
 void Sizes(benchmark::internal::Benchmark* bench) {
-    bench->ArgNames({"elements", "shuffled"})->Unit(benchmark::millisecond);
+    bench->ArgNames({"elements", "shuffled"})->Unit(benchmark::kMillisecond);
     for (const int shuffled : {0, 1})
         for (const int elements : {20000, 60000, 200000})
             bench->Args({elements, shuffled});

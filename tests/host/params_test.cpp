@@ -113,8 +113,8 @@ TEST(ParamReader, LaterBlocksAnswerWhatEarlierCannot) {
                  Block({Param("amount", "int", 7)})});
     ParamReader params;
     EXPECT_EQ(params.FindParamValue(subject, L"amount").floatValue, 0.5f);
-    EXPECT_EQ(params.FindParamRef(subject, L"amount"), params.ListTexmapParams(subject).at(0).map);
-    EXPECT_EQ(params.FindParamRef(subject, L"other"), params.ListTexmapParams(subject).at(1).map);
+    EXPECT_EQ(params.FindParamRef(subject, L"amount"), params.CollectTexmapParams(subject).at(0).map);
+    EXPECT_EQ(params.FindParamRef(subject, L"other"), params.CollectTexmapParams(subject).at(1).map);
     EXPECT_EQ(params.FindParamRef(subject, L"missing"), nullptr);
     // Tables stop at the first match, whatever its type.
     EXPECT_EQ(params.GetTabParamCount(subject, L"amount"), -1);
@@ -160,7 +160,7 @@ TEST(ParamReader, NamesOfMapsAndSwitches) {
          Block({Param("second", "texmap", "wood"), Param("third", "texmap", "wood"),
                 Param("off", "bool", false)})});
     ParamReader params;
-    const std::vector<TexmapParam> held = params.ListTexmapParams(subject);
+    const std::vector<TexmapParam> held = params.CollectTexmapParams(subject);
     ASSERT_EQ(held.size(), 3u);
     Texmap* const stone = held[0].map;
     Texmap* const wood = held[1].map;

@@ -41,7 +41,7 @@ TEST(MeshElements, FacesAreTogetherThatShareAVertex) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
-        const MeshElements found = FindMeshElements(MeshOf(10, row.faces));
+        const MeshElements found = CollectMeshElements(MeshOf(10, row.faces));
         EXPECT_THAT(found.ofFace, ElementsAreArray(row.elements));
         std::uint32_t most = 0;
         for (const std::uint32_t element : row.elements)
@@ -78,7 +78,7 @@ TEST(MeshElements, AgreeWithSpreadingLabelsOnRandomMeshes) {
         for (Triangle& face : faces)
             for (DWORD& corner : face)
                 corner = static_cast<DWORD>(random() % vertices);
-        const MeshElements found = FindMeshElements(MeshOf(static_cast<int>(vertices), faces));
+        const MeshElements found = CollectMeshElements(MeshOf(static_cast<int>(vertices), faces));
         const std::vector<std::uint32_t> labels = SpreadLabels(faces);
         // A label is its element's first face, so labels in order are the elements in order.
         std::vector<std::uint32_t> elements;
@@ -98,7 +98,7 @@ TEST(MeshElements, LongStripsOfAnyOrderAreOne) {
     for (const bool backwards : {false, true}) {
         if (backwards)
             std::reverse(faces.begin(), faces.end());
-        const MeshElements found = FindMeshElements(MeshOf(count + 2, faces));
+        const MeshElements found = CollectMeshElements(MeshOf(count + 2, faces));
         EXPECT_EQ(found.count, 1u);
         EXPECT_THAT(found.ofFace, Each(0u));
     }
