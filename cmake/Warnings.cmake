@@ -8,8 +8,13 @@ if(MSVC)
         /W4 /WX /permissive- /utf-8 /Zc:__cplusplus /Zc:preprocessor /external:W0)
 else()
     target_compile_options(brimwave_options INTERFACE
-        -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+        -Wall -Wextra -Wpedantic -Werror -Wnon-virtual-dtor -Woverloaded-virtual
         -Wconversion -Wno-sign-conversion -Wsuggest-override)
+    # Where sources are compiled several at a time, a local name may hide another file's, and an
+    # unnamed namespace may stand in what the compiler takes for a header.
+    set(unity $<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>)
+    target_compile_options(brimwave_options INTERFACE
+        "$<IF:${unity},$<$<CXX_COMPILER_ID:GNU>:-Wshadow=local;-Wno-subobject-linkage>,-Wshadow>")
     # GCC 12 sees an overlap in its own std::string where "a" + std::string() is inlined.
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         target_compile_options(brimwave_options INTERFACE -Wno-restrict)

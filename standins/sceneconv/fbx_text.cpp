@@ -9,7 +9,7 @@ namespace sceneconv {
 
 namespace {
 
-constexpr int deepest = 40;
+constexpr int deepestBraces = 40;
 
 bool IsSpace(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\0';
@@ -60,7 +60,7 @@ class TextReader {
         FbxRecord record;
         record.name = Word();
         SkipBlank();
-        if (record.name.empty() || Peek() != ':' || depth > deepest)
+        if (record.name.empty() || Peek() != ':' || depth > deepestBraces)
             Damaged();
         ++at_;
         ReadValues(record);

@@ -8,7 +8,7 @@ namespace {
 
 constexpr const char* failed = "buildMaterialJson exception";
 
-json Map(const std::string& name) {
+json PlainMap(const std::string& name) {
     return {{"class", "Plain Map"},
             {"name", name},
             {"blocks", {{{"name", "p"}, {"params", {Param("amount", "float", 1)}}}}}};
@@ -22,7 +22,7 @@ json FaultyScene(const json& materialFaults, const json& mapFaults, const json& 
     bad["blocks"][0]["throws"] = blockFaults;
     bad["slot_list"] = {{{"name", "shared"}, {"map", "good"}}, {{"name", "map"}, {"map", "bad"}}};
     bad["throws"] = materialFaults;
-    scene["maps"] = {{"good", Map("good")}, {"bad", Map("bad")}};
+    scene["maps"] = {{"good", PlainMap("good")}, {"bad", PlainMap("bad")}};
     scene["maps"]["bad"]["throws"] = mapFaults;
     const json plain = {{"class", "Plain"},
                         {"name", "plain"},
@@ -112,7 +112,7 @@ TEST(Faults, LightsCamerasAndEnvironment) {
     scene["nodes"][0]["throws"] = {"GetNodeTM"};
     scene["nodes"][2]["name"] = "bad camera";
     scene["nodes"][2]["object"]["throws"] = {"GetFOV"};
-    scene["environment"]["map"] = Map("env");
+    scene["environment"]["map"] = PlainMap("env");
     scene["environment"]["map"]["throws"] = {"NumSubTexmaps"};
     scene["faults"]["throws"] = {"GetBackGround"};
     const Written written = WritePackage(scene);

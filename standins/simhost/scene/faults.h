@@ -1,6 +1,10 @@
 #pragma once
 // Faults on demand: which calls of a scene thing throw or answer nothing, as broken third-party
 // classes do.
+
+// First, so that a name which the system's headers define means the same in every source.
+#include <maxtypes.h>
+
 #include <cstdint>
 #include <optional>
 #include <string_view>
