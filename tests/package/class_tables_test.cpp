@@ -6,6 +6,7 @@
 #include "package/classes/class_lists.h"
 #include "tests/class_page/class_page.h"
 #include "tests/package/package_kit.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +20,7 @@ namespace brimwave::testing {
 namespace {
 
 TEST(ClassPage, IsPrintedFromTheTables) {
-    std::ifstream file(BRIMWAVE_SOURCE_DIR "/docs/package-classes.md", std::ios::binary);
+    std::ifstream file(SourcePath("docs/package-classes.md"), std::ios::binary);
     std::istringstream tables(ClassPage());
     std::string committed, printed;
     for (int line = 1; std::getline(tables, printed); ++line) {

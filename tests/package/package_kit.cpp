@@ -1,6 +1,7 @@
 #include "tests/package/package_kit.h"
 
 #include "simhost/files/scene_file.h"
+#include "tests/support/places.h"
 #include "tests/support/temp_folder.h"
 
 #include <gtest/gtest.h>
@@ -27,9 +28,8 @@ class PackageCheck : public ::testing::Environment {
     void TearDown() override {
         if (count_ == 0)
             return;
-        const std::string source = BRIMWAVE_SOURCE_DIR;
-        const std::string command = "python3 " + source + "/tests/package/validate_packages.py " +
-                                    source + "/docs/package.schema.json " +
+        const std::string command = "python3 " + SourcePath("tests/package/validate_packages.py") +
+                                    " " + SourcePath("docs/package.schema.json") + " " +
                                     folder_.NativePath().string();
         EXPECT_EQ(std::system(command.c_str()), 0) << "packages that the schema refuses";
     }

@@ -1,6 +1,7 @@
 // The package of the sample scene that comes with the project.
 #include "simhost/files/scene_file.h"
 #include "tests/package/package_kit.h"
+#include "tests/support/places.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,7 +14,7 @@ namespace {
 using ::testing::UnorderedElementsAre;
 
 TEST(SampleScene, HasEveryKindOfLightAndCamera) {
-    const auto loaded = simhost::LoadSceneFile(Wide(BRIMWAVE_SOURCE_DIR "/samples/room/room.json"));
+    const auto loaded = simhost::LoadSceneFile(Wide(SourcePath("samples/room/room.json")));
     ASSERT_TRUE(loaded) << loaded.error;
     const Written written = WriteOpenScene();
     for (const json& object : written.document.at("objects"))

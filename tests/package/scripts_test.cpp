@@ -3,6 +3,7 @@
 #include "simhost/bindings/bindings.h"
 #include "simhost/script/interpreter.h"
 #include "tests/package/package_kit.h"
+#include "tests/support/places.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -124,9 +125,8 @@ TEST(Scripts, AllCompileInTheFormInWhichTheyRun) {
     for (const std::wstring& script : record.scripts)
         ExpectCompiles(script);
 
-    for (const char* const folder : {"/package/scripts", "/pipeline/scripts"})
-        for (const auto& entry :
-             std::filesystem::directory_iterator(std::string(BRIMWAVE_SOURCE_DIR) + folder)) {
+    for (const char* const folder : {"package/scripts", "pipeline/scripts"})
+        for (const auto& entry : std::filesystem::directory_iterator(SourcePath(folder))) {
             std::ifstream file(entry.path());
             std::stringstream text;
             text << file.rdbuf();
@@ -134,7 +134,7 @@ TEST(Scripts, AllCompileInTheFormInWhichTheyRun) {
             const bool ran = std::any_of(
                 record.scripts.begin(), record.scripts.end(),
                 [&](const std::wstring& script) { return script.find(part) != script.npos; });
-            if (!ran && std::string_view(folder) == "/pipeline/scripts")
+            if (!ran && std::string_view(folder) == "pipeline/scripts")
                 ExpectCompiles(Wide(text.str()));
             else
                 EXPECT_TRUE(ran) << entry.path() << " is never run";

@@ -4,6 +4,7 @@
 
 #include "pipeline/vertex_color_bake.h"
 #include "simhost/files/scene_file.h"
+#include "tests/support/places.h"
 
 #include <gmock/gmock.h>
 
@@ -29,7 +30,7 @@ class SampleRoom : public brimwave::testing::SequenceTest {
     }
 
     static void OpenRoom() {
-        const std::filesystem::path file = BRIMWAVE_SOURCE_DIR "/samples/room/room.json";
+        const std::filesystem::path file = testing::SourcePath("samples/room/room.json");
         const simhost::LoadResult loaded = simhost::LoadSceneFile(file.wstring());
         ASSERT_TRUE(loaded) << loaded.error;
     }

@@ -4,6 +4,7 @@
 #include "simhost/files/fbx_export.h"
 #include "simhost/files/scene_file.h"
 #include "tests/pipeline/color_kit.h"
+#include "tests/support/places.h"
 #include "tests/support/temp_folder.h"
 #include "text/utf8.h"
 
@@ -112,8 +113,7 @@ class BakedColors : public ::testing::Test {
 };
 
 TEST_F(BakedColors, SampleRoom) {
-    const std::wstring room =
-        utf8::ToWide(std::string(BRIMWAVE_SOURCE_DIR) + "/samples/room/room.json");
+    const std::wstring room = utf8::ToWide(brimwave::testing::SourcePath("samples/room/room.json"));
     const simhost::LoadResult loaded = simhost::LoadSceneFile(room);
     ASSERT_TRUE(loaded) << loaded.error;
     const aiScene* const scene = RoundTrip();

@@ -3,6 +3,7 @@
 #include "devservice/start_error.h"
 
 #include "tests/standins/temp_folder.h"
+#include "tests/support/places.h"
 
 #include <gmock/gmock.h>
 #include <httplib.h>
@@ -36,9 +37,13 @@ class Program {
   public:
     Program(const TempFolder& folder, std::vector<std::string> more) : log_(folder.Path() / "log") {
         const fs::path ready = folder.Path() / "ready.json";
-        std::vector<std::string> words = {
-            DEVSERVICE,     "--state", folder.Path() / "state", "--jobs", folder.Path() / "jobs",
-            "--ready-file", ready};
+        std::vector<std::string> words = {brimwave::testing::ProgramPath("devservice"),
+                                          "--state",
+                                          folder.Path() / "state",
+                                          "--jobs",
+                                          folder.Path() / "jobs",
+                                          "--ready-file",
+                                          ready};
         words.insert(words.end(), more.begin(), more.end());
         Start(words);
         for (int i = 0; i < 400 && !fs::exists(ready) && Running(); ++i)

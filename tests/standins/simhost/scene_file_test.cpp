@@ -1,6 +1,7 @@
 #include "scene_kit.h"
 
 #include "simhost/core/host.h"
+#include "tests/support/places.h"
 
 #include <fstream>
 #include <sstream>
@@ -141,7 +142,7 @@ TEST_F(SceneFile, ReferencesOfAnyKind) {
 }
 
 TEST_F(SceneFile, TheExampleOfTheDocumentLoads) {
-    std::ifstream file(BRIMWAVE_SOURCE_DIR "/docs/scene-file.md");
+    std::ifstream file(brimwave::testing::SourcePath("docs/scene-file.md"));
     std::stringstream text;
     text << file.rdbuf();
     const std::string page = text.str();

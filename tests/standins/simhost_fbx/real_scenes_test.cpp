@@ -4,6 +4,7 @@
 #include "tests/standins/simhost_fbx/round_trip.h"
 #include "tests/standins/simhost_fbx/scene_compare.h"
 #include "tests/support/fake_http.h"
+#include "tests/support/places.h"
 #include "tests/support/recording_panel.h"
 
 #include <gtest/gtest.h>
@@ -105,8 +106,7 @@ TEST(FbxRealScenes, AnExportComesBackWithTwinsAndNamesOfItsOwn) {
 }
 
 TEST(FbxRealScenes, TheSampleComesBack) {
-    const std::filesystem::path sample =
-        std::filesystem::path(BRIMWAVE_SOURCE_DIR) / "samples" / "room" / "room.json";
+    const std::filesystem::path sample = brimwave::testing::SourcePath("samples/room/room.json");
     if (!std::filesystem::exists(sample))
         GTEST_SKIP() << "no sample scene";
     RoundTrip trip{SceneFile{sample}};

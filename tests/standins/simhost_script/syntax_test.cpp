@@ -3,12 +3,13 @@
 
 #include "simhost/script/source.h"
 #include "tests/standins/simhost_script/script_kit.h"
+#include "tests/support/places.h"
 
 namespace simhost::script {
 namespace {
 
 TEST(Syntax, TakesEveryConstruct) {
-    EXPECT_EQ(Verdict(ReadFile(BRIMWAVE_SOURCE_DIR "/fuzz/seeds/fuzz_script_check/tour")),
+    EXPECT_EQ(Verdict(ReadFile(brimwave::testing::SourcePath("fuzz/seeds/fuzz_script_check/tour"))),
               "ACCEPT");
 }
 
@@ -163,7 +164,8 @@ TEST(Source, ReadsEveryEncoding) {
 
 // Runs the program on files and returns what it printed and its exit code.
 std::pair<std::string, int> Check(const std::string& arguments) {
-    const std::string command = std::string(MXSCHECK_PROGRAM) + " " + arguments + " 2>/dev/null";
+    const std::string command =
+        brimwave::testing::ProgramPath("mxscheck") + " " + arguments + " 2>/dev/null";
     FILE* pipe = popen(command.c_str(), "r");
     std::string output;
     char buffer[512];
