@@ -1,7 +1,10 @@
 # Shared by the commands of scripts/. The caller has set -euo pipefail.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
+source "$root/scripts/lib/environment.sh"
 source "$root/scripts/lib/packages.sh"
+# Objects made in one checkout serve in another.
+export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$root} CCACHE_NOHASHDIR=${CCACHE_NOHASHDIR:-1}
 
 say() { printf '%s\n' "$*" >&2; }
 fail() {
@@ -9,7 +12,8 @@ fail() {
     exit 1
 }
 
-# Everything started here is ended on every way out: by number, in reverse order.
+# Everything started here is ended on every way out: by number, in reverse order. A negative number
+# is a whole group of processes.
 started=()
 cleanup_folders=()
 end_started() {
@@ -21,13 +25,13 @@ end_started() {
     fi
     for ((i = ${#started[@]} - 1; i >= 0; i--)); do
         pid=${started[i]}
-        kill "$pid" 2>/dev/null || continue
+        kill -- "$pid" 2>/dev/null || continue
         for _ in {1..50}; do
-            kill -0 "$pid" 2>/dev/null || break
+            kill -0 -- "$pid" 2>/dev/null || break
             sleep 0.1
         done
-        kill -9 "$pid" 2>/dev/null || true
-        wait "$pid" 2>/dev/null || true
+        kill -9 -- "$pid" 2>/dev/null || true
+        wait "${pid#-}" 2>/dev/null || true
     done
     started=()
     ((${#cleanup_folders[@]})) && rm -rf "${cleanup_folders[@]}"
@@ -38,20 +42,39 @@ trap 'exit 129' HUP
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
+# together COMMAND...: runs them at the same time; fails when one of them does.
+together() {
+    local command pids=() pid status=0
+    for command in "$@"; do
+        set -m # a group of processes for each, so that all of it can be ended
+        ("$command") </dev/null &
+        set +m
+        pids+=($!)
+        started+=("-$!")
+    done
+    for pid in "${pids[@]}"; do
+        wait "$pid" || status=1
+    done
+    return "$status"
+}
+
+# configure PRESET: the build itself looks at everything that it is made from but the presets.
+configure() {
+    local made="$root/build/$1/build.ninja"
+    [[ $made -nt $root/CMakePresets.json ]] || cmake -S "$root" --preset "$1"
+}
+
 # build PRESET [TARGET...]: configures when needed and builds; quiet unless it fails.
 build() {
     local preset=$1 log="$root/build/$1.log"
     shift
     say "Building ($preset)$([[ -d $root/build/$preset ]] || echo "; the first time takes minutes")"
     mkdir -p "$root/build"
-    local targets=()
-    (($#)) && targets=(--target "$@")
-    if ! { cd "$root" && cmake --preset "$preset" && cmake --build --preset "$preset" "${targets[@]}"; } \
-        >"$log" 2>&1; then
+    cd "$root"
+    if ! { configure "$preset" && cmake --build --preset "$preset" ${*:+--target "$@"}; } >"$log" 2>&1; then
         tail -n 60 "$log" >&2
         fail "the build of preset $preset failed (whole log: $log)"
     fi
-    cd "$root"
 }
 
 # start_display: a virtual X display of our own; sets DISPLAY.
@@ -98,6 +121,12 @@ start_wine() {
     fi
 }
 
+# In the background, so that a signal to the command ends it at once, and Wine with it.
+in_wine() {
+    wine "$@" </dev/null &
+    wait $!
+}
+
 # windows_path PATH: the same place as a program under Wine names it.
 windows_path() { printf 'Z:%s' "$(realpath -m "$1")" | tr / '\\'; }
 
@@ -122,12 +151,4 @@ start_devservice() {
     service_http="http://localhost:$(sed -n 's/.*"http": *\([0-9]*\).*/\1/p' "$ready" | head -n 1)"
     service_ca=$(sed -n 's/.*"ca": *"\([^"]*\)".*/\1/p' "$ready" | head -n 1)
     cleanup_folders+=("$ready" "$log")
-}
-
-# start_test_service JOBS-FOLDER: the service as the tests under Wine expect it.
-start_test_service() {
-    start_devservice "$root/build/native-release/bin/devservice" \
-        --accounts "$root/standins/devservice/accounts.example.json" --jobs "$1" --tls-faults
-    BRIMWAVE_DEVSERVICE_READY=$(windows_path "$service_ready")
-    export BRIMWAVE_DEVSERVICE_READY
 }

@@ -6,11 +6,12 @@ build_packages=(
 )
 # Wine, what it loads at run time for TLS and windows, fonts, and the virtual display.
 run_packages=(
-    fonts-liberation fonts-wine libgnutls30 libxcomposite1 libxcursor1 libxfixes3 libxi6
+    fonts-liberation fonts-wine jq libgnutls30 libxcomposite1 libxcursor1 libxfixes3 libxi6
     libxinerama1 libxrandr2 libxrender1 openssl procps wine wine64 xvfb
 )
 test_packages=(
-    clang clang-format libbenchmark-dev libclang-rt-14-dev python3 python3-jsonschema rapidjson-dev
+    clang clang-format-14 clang-tidy-14 libbenchmark-dev libclang-rt-14-dev python3
+    python3-jsonschema rapidjson-dev
 )
 
 # ensure_packages NAME...: installs those that are missing; costs nothing when none is.
@@ -29,8 +30,10 @@ ensure_packages() {
     say "Installing: ${missing[*]}"
     local log
     log=$(mktemp)
+    as_root+=(env DEBIAN_FRONTEND=noninteractive "http_proxy=${http_proxy:-}"
+        "https_proxy=${https_proxy:-}" "no_proxy=${no_proxy:-}")
     if ! { "${as_root[@]}" apt-get update -qq &&
-        "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq \
+        "${as_root[@]}" apt-get install -y -qq \
             --no-install-recommends "${missing[@]}"; } >"$log" 2>&1 </dev/null; then
         tail -n 5 "$log" >&2
         rm -f "$log"
