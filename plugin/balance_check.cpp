@@ -37,7 +37,8 @@ enum class Phase { Checking, Posting, Abandoned };
 
 } // namespace
 
-struct BalanceCheck::Shared {
+/// What passes between the panel and the thread; it lives as long as either.
+struct BalanceCheck::Handover {
     HWND panel = nullptr;
     std::wstring baseAddress;
     std::wstring token;
@@ -62,30 +63,30 @@ struct BalanceCheck::Shared {
     }
 };
 
-BalanceCheck::BalanceCheck(std::shared_ptr<Shared> shared, KernelHandle thread)
-    : shared_(std::move(shared)), thread_(std::move(thread)) {}
+BalanceCheck::BalanceCheck(std::shared_ptr<Handover> handover, KernelHandle thread)
+    : handover_(std::move(handover)), thread_(std::move(thread)) {}
 
 std::unique_ptr<BalanceCheck> BalanceCheck::Start(HWND panel, std::wstring_view baseAddress,
                                                   std::wstring_view token) {
-    auto shared = std::make_shared<Shared>();
-    shared->panel = panel;
-    shared->baseAddress = baseAddress;
-    shared->token = token;
-    auto argument = std::make_unique<std::shared_ptr<Shared>>(shared);
+    auto handover = std::make_shared<Handover>();
+    handover->panel = panel;
+    handover->baseAddress = baseAddress;
+    handover->token = token;
+    auto argument = std::make_unique<std::shared_ptr<Handover>>(handover);
     // Not the C runtime's way to start a thread: some runtimes hold the library for their threads
     // too, and let go only of those that return, which this one must not do.
     KernelHandle thread(CreateThread(nullptr, 0, &BalanceCheck::Run, argument.get(), 0, nullptr));
     if (!thread)
         return nullptr;
     static_cast<void>(argument.release()); // the thread owns it now
-    return std::unique_ptr<BalanceCheck>(new BalanceCheck(std::move(shared), std::move(thread)));
+    return std::unique_ptr<BalanceCheck>(new BalanceCheck(std::move(handover), std::move(thread)));
 }
 
 DWORD WINAPI BalanceCheck::Run(void* argument) {
     HMODULE library = nullptr;
     {
-        const std::unique_ptr<std::shared_ptr<Shared>> owner(
-            static_cast<std::shared_ptr<Shared>*>(argument));
+        const std::unique_ptr<std::shared_ptr<Handover>> owner(
+            static_cast<std::shared_ptr<Handover>*>(argument));
         library = (*owner)->library.Release();
         (*owner)->Check();
     }
@@ -94,13 +95,13 @@ DWORD WINAPI BalanceCheck::Run(void* argument) {
 
 BalanceCheck::~BalanceCheck() {
     Phase expected = Phase::Checking;
-    if (shared_->phase.compare_exchange_strong(expected, Phase::Abandoned))
+    if (handover_->phase.compare_exchange_strong(expected, Phase::Abandoned))
         return;
     // The result was posted or is being posted, which is all that the thread has left to do.
     WaitForSingleObject(thread_.get(), INFINITE);
     MSG message{};
-    while (shared_->posted &&
-           PeekMessageW(&message, shared_->panel, balanceChecked, balanceChecked, PM_REMOVE)) {
+    while (handover_->posted &&
+           PeekMessageW(&message, handover_->panel, balanceChecked, balanceChecked, PM_REMOVE)) {
         if (message.message == WM_QUIT) { // comes through every filter, and is the host's
             PostQuitMessage(static_cast<int>(message.wParam));
             return;
@@ -111,7 +112,7 @@ BalanceCheck::~BalanceCheck() {
 
 std::unique_ptr<BalanceResult> BalanceCheck::Take(LPARAM record) {
     auto* result = reinterpret_cast<BalanceResult*>(record);
-    if (!result || !shared_->posted.compare_exchange_strong(result, nullptr))
+    if (!result || !handover_->posted.compare_exchange_strong(result, nullptr))
         return nullptr;
     return std::unique_ptr<BalanceResult>(result);
 }

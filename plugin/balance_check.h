@@ -32,11 +32,11 @@ class BalanceCheck {
     [[nodiscard]] std::unique_ptr<BalanceResult> Take(LPARAM record);
 
   private:
-    struct Shared;
-    BalanceCheck(std::shared_ptr<Shared> shared, KernelHandle thread);
+    struct Handover;
+    BalanceCheck(std::shared_ptr<Handover> handover, KernelHandle thread);
     static DWORD WINAPI Run(void* argument);
 
-    std::shared_ptr<Shared> shared_;
+    std::shared_ptr<Handover> handover_;
     KernelHandle thread_;
 };
 

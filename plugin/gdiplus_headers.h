@@ -12,13 +12,4 @@ using std::max;
 using std::min;
 } // namespace Gdiplus
 
-#if defined(__GNUC__)
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wshadow"
-#pragma GCC diagnostic ignored "-Wconversion"
-#pragma GCC diagnostic ignored "-Woverloaded-virtual"
-#endif
 #include <gdiplus.h>
-#if defined(__GNUC__)
-#pragma GCC diagnostic pop
-#endif

@@ -46,10 +46,10 @@ bool LabelTips::OnNotify(HWND dialog, NMHDR& header) {
     if (header.code != TTN_GETDISPINFOW)
         return false;
     const int label = static_cast<int>(header.idFrom);
-    shown_ = ControlText(dialog, label);
-    if (Fits(GetDlgItem(dialog, label), shown_))
-        shown_.clear(); // and then no tip appears
-    reinterpret_cast<NMTTDISPINFOW&>(header).lpszText = shown_.data();
+    tipText_ = ControlText(dialog, label);
+    if (Fits(GetDlgItem(dialog, label), tipText_))
+        tipText_.clear(); // and then no tip appears
+    reinterpret_cast<NMTTDISPINFOW&>(header).lpszText = tipText_.data();
     return true;
 }
 

@@ -15,7 +15,7 @@ class LabelTips {
     bool OnNotify(HWND dialog, NMHDR& header);
 
   private:
-    std::wstring shown_; // the tip points to it
+    std::wstring tipText_; // the tip points to it
 };
 
 } // namespace brimwave
