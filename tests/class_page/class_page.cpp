@@ -21,6 +21,7 @@ otherwise.
 
 A class of materials or maps is found by its `type` in lower case: by its whole name, failing that
 by a part of it. Of several parts that a name has, the first of these counts:
+
 )";
 
 std::wstring Code(std::wstring_view text) {
@@ -43,7 +44,10 @@ std::wstring PartOrder() {
         for (const ClassEntry& entry : family.classes)
             for (const NamePart& part : entry.nameParts)
                 parts.emplace(part.rank, part.text);
-    return Codes(parts, [](const auto& part) { return part.second; }) + L".\n";
+    std::wstring list;
+    for (const auto& [rank, text] : parts)
+        list += L"- " + Code(text) + L"\n";
+    return list;
 }
 
 std::wstring Remark(const ParamRow& row) {
