@@ -16,6 +16,12 @@ struct Frame : std::enable_shared_from_this<Frame> {
         share.Set(slotCount * sizeof(Value));
     }
 
+    /// Locals that begin their life.
+    void Reset(const std::vector<uint32_t>& locals) {
+        for (const uint32_t slot : locals)
+            slots[slot] = Value();
+    }
+
     Interpreter& interpreter;
     std::vector<Value> slots;
     bool isCall = false;

@@ -104,8 +104,7 @@ Value PointExpr::Evaluate(Frame& frame) const {
 }
 
 Value BlockExpr::Evaluate(Frame& frame) const {
-    for (const uint32_t slot : slots)
-        frame.slots[slot] = Value();
+    frame.Reset(slots);
     Value value;
     for (const ExprPtr& item : items)
         value = item->Run(frame);

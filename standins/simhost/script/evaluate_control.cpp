@@ -8,11 +8,8 @@ namespace {
 
 enum class Pass { Done, Skipped, Left };
 
-// One pass through a loop's body, which begins with its locals undefined. `value`: that of the body
-// or of the exit that left the loop.
-Pass RunBody(const Expr& body, const std::vector<uint32_t>& slots, Frame& frame, Value& value) {
-    for (const uint32_t slot : slots)
-        frame.slots[slot] = Value();
+// One pass through a loop's body. `value`: that of the body or of the exit that left the loop.
+Pass RunBody(const Expr& body, Frame& frame, Value& value) {
     try {
         value = body.Run(frame);
         return Pass::Done;
@@ -44,6 +41,7 @@ class ForLoop {
     // False: the loop ends here.
     bool RunPass(const Value& item) {
         frame_.interpreter.Charge(1);
+        frame_.Reset(loop_.slots);
         const Value numbers[] = {item, Value::Integer(++seen_), Value::Integer(kept_ + 1)};
         for (size_t i = 0; i < loop_.names.size(); ++i)
             frame_.slots[loop_.names[i]] = numbers[i];
@@ -53,7 +51,7 @@ class ForLoop {
             return true;
         ++kept_;
         Value value;
-        const Pass pass = RunBody(*loop_.body, loop_.slots, frame_, value);
+        const Pass pass = RunBody(*loop_.body, frame_, value);
         if (pass == Pass::Left)
             result_ = value;
         else if (loop_.collect && pass == Pass::Done && !value.Is(Type::DontCollect))
@@ -141,7 +139,8 @@ Value WhileExpr::Evaluate(Frame& frame) const {
     if (!bodyFirst && !condition->RunCondition(frame))
         return value;
     do {
-        if (RunBody(*body, slots, frame, value) == Pass::Left)
+        frame.Reset(slots);
+        if (RunBody(*body, frame, value) == Pass::Left)
             break;
     } while (condition->RunCondition(frame));
     return value;

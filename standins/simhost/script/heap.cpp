@@ -29,9 +29,11 @@ Container::~Container() {
     all.pop_back();
 }
 
-void Container::EmptyAll() {
+void Container::EmptyAllOf(const Interpreter* owner) {
     std::vector<Value> taken;
     for (Container* container : AllContainers()) {
+        if (container->owner_ != owner)
+            continue;
         for (Value& value : container->TakeValues())
             taken.push_back(std::move(value));
     }

@@ -47,8 +47,10 @@ class Container : public Object {
   public:
     Container();
     ~Container() override;
-    /// Empties all that are left.
-    static void EmptyAll();
+    /// The engine that runs, and to which new containers belong.
+    inline static const Interpreter* engine = nullptr;
+    /// Empties all that are left of an engine.
+    static void EmptyAllOf(const Interpreter* owner);
 
   protected:
     /// Destroys values one after the other where their destructors would call each other: a list
@@ -57,6 +59,7 @@ class Container : public Object {
 
   private:
     virtual std::vector<Value> TakeValues() = 0;
+    const Interpreter* owner_ = engine;
     size_t index_; // in the list of all
 };
 

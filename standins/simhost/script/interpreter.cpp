@@ -14,7 +14,7 @@ Interpreter::Interpreter(InterpreterOptions options) : options_(std::move(option
 
 Interpreter::~Interpreter() {
     globals_.Clear();
-    Container::EmptyAll();
+    Container::EmptyAllOf(this);
 }
 
 Value Interpreter::Run(std::wstring text) {
@@ -24,6 +24,7 @@ Value Interpreter::Run(std::wstring text) {
     callDepth_ = 0;
     caught.clear();
     MemoryMeter::SetLimit(options_.limits.liveBytes);
+    Container::engine = this;
     return RunNested(std::move(text));
 }
 
