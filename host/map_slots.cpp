@@ -113,11 +113,10 @@ bool SlotSwitches::IsOn(int slot, Texmap* map, std::wstring_view slotName) {
             flag = FindInTable(Singular(param->name), param->index);
         if (flag)
             return *flag;
-    } else if (!slotName.empty()) {
-        if (const auto flag = FindScalar(slotName))
-            return *flag;
-        if (const auto flag = FindSwitch(Joined(L"texmapOn", slotName)))
-            return *flag;
+    } else if (const auto named = FindScalar(slotName)) {
+        return *named;
+    } else if (const auto texmapOn = FindSwitch(Joined(L"texmapOn", slotName))) {
+        return *texmapOn;
     }
     for (const wchar_t* const name : slotTables)
         if (const auto flag = FindSwitch(name, slot))
@@ -151,6 +150,8 @@ std::vector<MapSlot> ReadMapSlots(ParamReader& params, MtlBase& object) {
         if (!map)
             continue;
         std::wstring name = SlotNameOf(object, i);
+        if (name.empty())
+            name = L"slot_" + std::to_wstring(i);
         const bool enabled = switches.IsOn(i, map, name);
         slots.push_back({i, std::move(name), map, enabled});
     }

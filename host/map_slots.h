@@ -7,7 +7,7 @@ namespace brimwave {
 /// A slot that holds a map.
 struct MapSlot {
     int index = 0;
-    std::wstring name; // the host's, the same in every language; may be empty
+    std::wstring name; // the host's, the same in every language; "slot_" and the index without one
     Texmap* map = nullptr;
     bool enabled = true;
 };

@@ -16,13 +16,9 @@ class ChildCollector {
         : package_(package), object_(object), indent_(indent), out_(out) {}
 
     void Collect(std::wstring_view className) {
-        const MapList list = MapListOf(className);
-        if (list == MapList::MultiTexture && object_.SuperClassID() == TEXMAP_CLASS_ID)
-            AddTextureList(list);
-        std::vector<MapSlot> slots = ReadMapSlots(package_.params, object_);
-        for (MapSlot& slot : slots)
-            if (slot.name.empty())
-                slot.name = L"slot_" + std::to_wstring(slot.index);
+        if (className == L"MultiTexture" && object_.SuperClassID() == TEXMAP_CLASS_ID)
+            AddTextureList();
+        const std::vector<MapSlot> slots = ReadMapSlots(package_.params, object_);
         AddDisabledNames(slots);
         for (const MapSlot& slot : slots)
             if (slot.enabled)
@@ -49,10 +45,10 @@ class ChildCollector {
             Append({L",\n"sv, indent_});
     }
 
-    void AddTextureList(MapList list) {
+    void AddTextureList() {
         Append({L",\n"sv, indent_, L"\"textures\": [\n"sv});
         bool first = true;
-        for (const int slot : CollectListSlots(package_.params, object_, list)) {
+        for (const int slot : CollectListSlots(package_.params, object_, MapList::MultiTexture)) {
             if (!first)
                 text_ += L",\n"sv;
             first = false;
