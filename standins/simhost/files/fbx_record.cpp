@@ -18,7 +18,7 @@ constexpr std::size_t headerSize = 3 * sizeof(std::uint64_t) + 1;
 // Setting up the packing of a shorter array takes longer than writing it.
 constexpr std::size_t smallestCompressed = 1024;
 
-std::uint32_t Length(std::size_t bytes) {
+std::uint32_t LengthField(std::size_t bytes) {
     if (bytes > std::numeric_limits<std::uint32_t>::max())
         throw FbxTooLarge("one value is larger than 4 GB");
     return static_cast<std::uint32_t>(bytes);
@@ -85,22 +85,22 @@ void FbxRecordWriter::Null() {
 void FbxRecordWriter::Bytes(char type, std::string_view bytes) {
     CountValue();
     Raw(type);
-    Raw(Length(bytes.size()));
+    Raw(LengthField(bytes.size()));
     out_ += bytes;
 }
 
 void FbxRecordWriter::Array(char type, const void* items, std::size_t count, std::size_t itemSize) {
     const std::string_view plain(static_cast<const char*>(items), count * itemSize);
     std::string packed;
-    const std::uint32_t plainSize = Length(plain.size());
+    const std::uint32_t plainSize = LengthField(plain.size());
     const bool compressed =
         plain.size() >= smallestCompressed && Deflate(plain, packed) && packed.size() < plainSize;
     const std::string_view stored = compressed ? std::string_view(packed) : plain;
     CountValue();
     Raw(type);
-    Raw(Length(count));
+    Raw(LengthField(count));
     Raw(static_cast<std::uint32_t>(compressed));
-    Raw(Length(stored.size()));
+    Raw(LengthField(stored.size()));
     out_ += stored;
 }
 
