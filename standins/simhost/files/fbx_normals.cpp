@@ -18,7 +18,7 @@ FbxVec3 Minus(const FbxVec3& a, const FbxVec3& b) {
 }
 
 /// A unit vector, or +z for one without a direction.
-FbxVec3 Unit(const FbxVec3& a) {
+FbxVec3 UnitOrUp(const FbxVec3& a) {
     const double length = Length(a);
     if (!(length > 0) || !std::isfinite(length))
         return {0, 0, 1};
@@ -44,7 +44,7 @@ class Smoother {
     void AddFace(const Face& face, const FbxVec3& direction) {
         if (Dot(direction, direction) == 0)
             return;
-        const FbxVec3 faceNormal = Unit(direction);
+        const FbxVec3 faceNormal = UnitOrUp(direction);
         for (int corner = 0; corner < 3; ++corner) {
             const double weight = CornerAngle(face, corner);
             if (std::isfinite(weight))
@@ -56,7 +56,7 @@ class Smoother {
         int i = first_[vertex];
         while (i >= 0 && !(sums_[i].groups & groups))
             i = sums_[i].next;
-        return i < 0 ? FbxVec3{0, 0, 1} : Unit(sums_[i].normal);
+        return i < 0 ? FbxVec3{0, 0, 1} : UnitOrUp(sums_[i].normal);
     }
 
   private:
@@ -124,8 +124,8 @@ std::vector<double> SmoothedNormals(const Mesh& mesh) {
         const Face& face = mesh.faces[f];
         const bool smooth = face.smGroup && ValidFace(mesh, face);
         for (const DWORD vertex : face.v) {
-            const FbxVec3 n =
-                smooth ? smoother.NormalAt(vertex, face.smGroup) : Unit(FaceDirection(mesh, face));
+            const FbxVec3 n = smooth ? smoother.NormalAt(vertex, face.smGroup)
+                                     : UnitOrUp(FaceDirection(mesh, face));
             normals.insert(normals.end(), n.begin(), n.end());
         }
     }
@@ -139,7 +139,7 @@ void UseSpecified(MeshNormalSpec& specified, std::vector<double>& normals) {
             const std::size_t at = (static_cast<std::size_t>(f) * 3 + corner) * 3;
             if (id < 0 || id >= specified.GetNumNormals() || at + 3 > normals.size())
                 continue;
-            const FbxVec3 n = Unit(Of(specified.Normal(id)));
+            const FbxVec3 n = UnitOrUp(Of(specified.Normal(id)));
             std::copy(n.begin(), n.end(), normals.begin() + static_cast<std::ptrdiff_t>(at));
         }
     }

@@ -9,14 +9,14 @@ namespace simhost {
 namespace {
 
 // clang-format off
-constexpr std::initializer_list<std::string_view> common = {
+const std::initializer_list<std::string_view> common = {
     "class", "name", "params", "blocks", "replace_blocks", "omit_params", "sub_objects",
     "class_id", "super_class", "localized_class", "throws", "throw_kind", "answers_nothing"};
-constexpr std::initializer_list<std::string_view> ofObjects = {
+const std::initializer_list<std::string_view> ofObjects = {
     "mesh", "splines", "camera", "box", "modifiers", "base", "use_light", "converts"};
-constexpr std::initializer_list<std::string_view> ofModifiers = {
+const std::initializer_list<std::string_view> ofModifiers = {
     "enabled", "matrix"};
-constexpr std::initializer_list<std::string_view> mappedMembers = {
+const std::initializer_list<std::string_view> mappedMembers = {
     "class", "name", "params", "blocks", "replace_blocks", "omit_params", "slots", "slots_off",
     "slot_list", "sub_materials", "sub_material_names", "sub_material_ids", "sub_objects", "file",
     "class_id", "super_class", "localized_class", "throws", "throw_kind", "answers_nothing"};

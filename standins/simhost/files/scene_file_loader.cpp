@@ -8,7 +8,7 @@ namespace {
 constexpr int deepestInline = 64;
 
 // clang-format off
-constexpr std::initializer_list<std::string_view> topMembers = {
+const std::initializer_list<std::string_view> topMembers = {
     "format", "version", "file_name", "host", "units", "unit_scale_override", "time", "render",
     "directories", "map_paths", "environment", "renderer", "color_pipeline", "maps", "materials",
     "objects", "modifiers", "nodes", "selection", "faults"};

@@ -10,7 +10,7 @@ namespace {
 constexpr int deepestNesting = 500;
 
 // clang-format off
-constexpr std::initializer_list<std::string_view> nodeMembers = {
+const std::initializer_list<std::string_view> nodeMembers = {
     "id", "name", "parent", "children", "transform", "world_transform", "object_offset", "object",
     "modifiers", "space_modifiers", "material", "target", "hidden", "frozen", "selected",
     "renderable", "primary_visibility", "secondary_visibility", "cast_shadows", "receive_shadows",
