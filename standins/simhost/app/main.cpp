@@ -99,7 +99,7 @@ int main() {
         const simhost::Options options = simhost::ParseOptions(simhost::CommandLine());
         if (!options.help)
             return simhost::Run(options);
-        simhost::Print(simhost::usage);
+        simhost::Print(simhost::usageText);
         return 0;
     } catch (const simhost::StartError& error) {
         simhost::SayError(error.Text());

@@ -45,7 +45,7 @@ struct Options {
     }
 };
 
-extern const std::wstring_view usage;
+extern const std::wstring_view usageText;
 
 /// Throws StartError for an option that it does not know or a value that makes no sense.
 [[nodiscard]] Options ParseOptions(const std::vector<std::wstring>& arguments);
