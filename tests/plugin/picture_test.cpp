@@ -1,6 +1,7 @@
 // Pictures of the panel in its states and at each display scale. They are for people to look at;
 // what a program can see of them is checked: that they are painted, and that every text fits.
 // The folder BRIMWAVE_PICTURES keeps them.
+#include "host/kernel_handle.h"
 #include "plugin/banner.h"
 
 #include "simhost/app/stage_recorder.h"
