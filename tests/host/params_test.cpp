@@ -113,8 +113,10 @@ TEST(ParamReader, LaterBlocksAnswerWhatEarlierCannot) {
                  Block({Param("amount", "int", 7)})});
     ParamReader params;
     EXPECT_EQ(params.FindParamValue(subject, L"amount").floatValue, 0.5f);
-    EXPECT_EQ(params.FindParamRef(subject, L"amount"), params.CollectTexmapParams(subject).at(0).map);
-    EXPECT_EQ(params.FindParamRef(subject, L"other"), params.CollectTexmapParams(subject).at(1).map);
+    EXPECT_EQ(params.FindParamRef(subject, L"amount"),
+              params.CollectTexmapParams(subject).at(0).map);
+    EXPECT_EQ(params.FindParamRef(subject, L"other"),
+              params.CollectTexmapParams(subject).at(1).map);
     EXPECT_EQ(params.FindParamRef(subject, L"missing"), nullptr);
     // Tables stop at the first match, whatever its type.
     EXPECT_EQ(params.GetTabParamCount(subject, L"amount"), -1);
