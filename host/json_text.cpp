@@ -159,12 +159,12 @@ void JsonMembers::AddString(std::wstring_view key, std::wstring_view text) {
 std::wstring JoinJsonMembers(const JsonMembers& members, std::wstring_view prefix) {
     constexpr std::wstring_view separator = L",\n";
     const size_t between = separator.size() + prefix.size();
-    std::wstring joined(members.TextSize() + members.size() * between, L'\0');
+    std::wstring joined(members.TextSize() + members.Count() * between, L'\0');
     wchar_t* next = joined.data();
     const auto write = [&](std::wstring_view text) {
         next = std::copy(text.begin(), text.end(), next);
     };
-    for (size_t i = 0; i < members.size(); ++i) {
+    for (size_t i = 0; i < members.Count(); ++i) {
         if (i > 0)
             write(separator);
         write(prefix);

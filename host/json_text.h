@@ -45,7 +45,7 @@ class JsonMembers {
     void AddString(std::wstring_view key, std::wstring_view text);
 
     [[nodiscard]] bool empty() const { return ends_.empty(); }
-    [[nodiscard]] size_t size() const { return ends_.size(); }
+    [[nodiscard]] size_t Count() const { return ends_.size(); }
     [[nodiscard]] std::wstring_view operator[](size_t i) const {
         const size_t begin = i == 0 ? 0 : ends_[i - 1];
         return {text_.data() + begin, ends_[i] - begin};

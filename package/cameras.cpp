@@ -88,7 +88,7 @@ JsonMembers ExtraMembers(const CameraView& view) {
     }
     if (view.ortho && view.targetDistance > 0)
         members.AddFloat(L"ortho_width", std::tan(view.fov * 0.5f) * view.targetDistance * 2.0f);
-    for (size_t i = 0; i < view.lens.size(); ++i)
+    for (size_t i = 0; i < view.lens.Count(); ++i)
         members.Add(view.lens[i]);
     return members;
 }
@@ -110,7 +110,7 @@ std::wstring CameraEntry(const CameraView& view, float metresPerUnit) {
     entry += BoolToJson(view.ortho);
     AppendBasis(entry, view.transform);
     const JsonMembers extra = ExtraMembers(view);
-    for (size_t i = 0; i < extra.size(); ++i) {
+    for (size_t i = 0; i < extra.Count(); ++i) {
         entry += L",\n    ";
         entry += extra[i];
     }

@@ -21,7 +21,7 @@ void AppendModifier(PackageContext& package, std::wstring& out, Modifier& modifi
     else if (members.empty())
         members.AddBool(L"displacement_found", true);
     out += L'{';
-    for (size_t i = 0; i < members.size(); ++i) {
+    for (size_t i = 0; i < members.Count(); ++i) {
         if (i > 0)
             out += L',';
         out += members[i];

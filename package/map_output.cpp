@@ -74,9 +74,9 @@ void AppendMapOutput(PackageContext& package, JsonMembers& members, MtlBase& obj
     ReferenceTarget* const output = OutputOf(package, object);
     if (!output)
         return;
-    const size_t before = members.size();
+    const size_t before = members.Count();
     package.params.AppendTable(members, output, MapOutput().rows);
-    if (members.size() == before)
+    if (members.Count() == before)
         AppendOutputByScript(members, object);
 }
 

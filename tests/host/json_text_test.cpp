@@ -100,7 +100,7 @@ TEST(JsonMembers, KeepsTextsAndJoins) {
     members.AddString(L"s", L"q\"");
     members.AddRaw(L"c", FormatJsonColor(1, 0.5f, 0));
     members.AddRaw(L"raw", L"[]");
-    ASSERT_EQ(members.size(), 7u);
+    ASSERT_EQ(members.Count(), 7u);
     EXPECT_EQ(members[2], L"\"i\":-7");
     EXPECT_EQ(JoinJsonMembers(members, L""), L"a,\n\"f\":0.5,\n\"i\":-7,\n\"b\":true,\n"
                                              L"\"s\":\"q\\\"\",\n\"c\":[1,0.5,0],\n\"raw\":[]");
